@@ -1,0 +1,14 @@
+# What the host's C library offers beyond the oldest supported system (Mac OS X 10.4). Code tests the
+# feature through source/support/config.h and never the system's name.
+include(CheckSymbolExists)
+
+set(CMAKE_REQUIRED_DEFINITIONS -D_GNU_SOURCE)
+check_symbol_exists(O_CLOEXEC fcntl.h VLRCOMN_HAVE_O_CLOEXEC)
+check_symbol_exists(SOCK_CLOEXEC sys/socket.h VLRCOMN_HAVE_SOCK_CLOEXEC)
+check_symbol_exists(openat fcntl.h VLRCOMN_HAVE_OPENAT)
+check_symbol_exists(timegm time.h VLRCOMN_HAVE_TIMEGM)
+check_symbol_exists(mkostemp stdlib.h VLRCOMN_HAVE_MKOSTEMP)
+unset(CMAKE_REQUIRED_DEFINITIONS)
+
+configure_file(${CMAKE_CURRENT_LIST_DIR}/config.h.in
+               ${PROJECT_BINARY_DIR}/generated/support/config.h)

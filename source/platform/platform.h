@@ -1,0 +1,127 @@
+// The seam: every question to the machine that POSIX does not define.
+//
+// platform/linux and platform/macosx answer it, platform/posix holds answers that both share, and the
+// tests link a scripted answerer instead. An answerer only asks and converts; deriving, rounding and
+// wording belong to the collectors above. Every function may be called from any thread, allocates at
+// most for its result, throws nothing but std::bad_alloc, and answers "nothing" when the system does
+// not know.
+#pragma once
+
+#include <sys/socket.h>
+#include <sys/types.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct ifaddrs;
+
+namespace velora_com::qel::platform {
+
+// --- Processor -----------------------------------------------------------------------------------
+
+// Number of processors that the system runs on.
+std::optional<int32_t> processor_count();
+
+// Nominal clock of the processor in Hz.
+std::optional<uint64_t> processor_clock_hz();
+
+// System architecture as the Gestalt manager numbers it: 2 PowerPC, 10 Intel.
+std::optional<int32_t> architecture_code();
+
+// Processor type as the Gestalt manager numbers it, for example 268 for a G4 or the four characters
+// "ixxx" read as a big-endian number for an Intel processor.
+std::optional<int32_t> processor_type_code();
+
+// Model name of the machine, for example "PowerBook5,6"; at most 255 bytes.
+std::optional<std::string> hardware_model();
+
+// --- Memory --------------------------------------------------------------------------------------
+
+// Installed memory in bytes.
+std::optional<uint64_t> installed_memory();
+
+struct FreePages {
+    uint64_t count;
+    uint64_t page_size;  // in bytes
+};
+
+// Pages that hold nothing at all.
+std::optional<FreePages> free_pages();
+
+// --- File systems --------------------------------------------------------------------------------
+
+struct MountedFileSystem {
+    std::string mount_point;
+    int32_t block_size;   // in bytes
+    int32_t blocks;       // in units of block_size
+    int32_t free_blocks;  // reserved blocks included
+    bool local;           // the other figures of a file system that is not local are 0
+};
+
+// The mounted file systems in the system's order; empty when they cannot be listed. A server that
+// does not answer never holds this call up on Linux: a network file system is known by its type in
+// the mount table and is not asked.
+std::vector<MountedFileSystem> mounted_file_systems();
+
+struct AvailableSpace {
+    uint64_t blocks;  // free to an ordinary user
+    uint64_t block_size;
+};
+
+// Space of the file system that holds `path`. Leaves errno set on failure.
+std::optional<AvailableSpace> available_space(const char* path);
+
+// Copies everything from the current position of `source` to its end to the current position of
+// `destination`, by the kernel's own copy where there is one. `source` is a regular file; both
+// positions are undefined afterwards. False with errno set when a read or write fails.
+bool copy_contents(int source, int destination);
+
+// --- Operating system ----------------------------------------------------------------------------
+
+// Paths of the version file, a property list, and of the file that marks a server edition.
+const char* system_version_file();
+const char* server_version_file();
+
+// The longest string that property_list_strings hands out, in bytes of UTF-8.
+constexpr size_t max_property_string = 255;
+
+// Reads `document` as an XML property list and looks `keys` up in its top-level dictionary. Nothing
+// when the document is no property list or its top level is no dictionary; otherwise one answer for
+// each key, empty when the key is missing, its value is no string, or the string is longer than
+// max_property_string.
+std::optional<std::vector<std::optional<std::string>>> property_list_strings(
+    std::string_view document, const std::vector<std::string_view>& keys);
+
+// When the system started, in seconds since 1970-01-01 UTC.
+std::optional<int64_t> boot_time();
+
+// Runs `command` with the shell and returns at most `max_bytes` of its output, from one read. Nothing
+// when the shell cannot be started. The library's own descriptors stay closed in the child, which
+// starts with the default handling of SIGPIPE.
+std::optional<std::string> run_command(const char* command, size_t max_bytes);
+
+// The name by which iconv knows wchar_t text in the machine's own byte order.
+const char* native_wide_encoding();
+
+// --- Network -------------------------------------------------------------------------------------
+
+// The kernel's NIS domain name and the domain name of getdomainname. Nothing when the system has
+// none to give; an answer may be empty.
+std::optional<std::string> nis_domain();
+std::optional<std::string> domain_name();
+
+// Whether an entry of a getifaddrs list is a link-layer entry, and the address that it carries. A
+// shorter address is filled up with zeros, a longer one is cut.
+using LinkLayerAddress = std::array<unsigned char, 6>;
+std::optional<LinkLayerAddress> link_layer_address(const ifaddrs& entry);
+
+// How many bytes may be read of a socket address that belongs to `family`; the address itself may
+// be shorter than its family's structure or leave its family unset, as masks do.
+socklen_t socket_address_size(const sockaddr& address, int family);
+
+}  // namespace velora_com::qel::platform

@@ -1,0 +1,127 @@
+// Owners of the system's resources. A raw release call anywhere else is a fault.
+//
+// Every owner keeps errno through its release, so that a caller still reads why an operation failed.
+#pragma once
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <iconv.h>
+#include <ifaddrs.h>
+#include <netdb.h>
+#include <pthread.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <utility>
+
+namespace velora_com::qel::support {
+
+// Keeps errno as it was through a scope.
+class ErrnoKeeper {
+public:
+    ErrnoKeeper() noexcept : saved_(errno) {}
+    ~ErrnoKeeper() { errno = saved_; }
+    ErrnoKeeper(const ErrnoKeeper&) = delete;
+    ErrnoKeeper& operator=(const ErrnoKeeper&) = delete;
+
+private:
+    int saved_;
+};
+
+// Owns a descriptor.
+class FileDescriptor {
+public:
+    FileDescriptor() noexcept = default;
+    explicit FileDescriptor(int descriptor) noexcept : descriptor_(descriptor) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : descriptor_(other.release()) {}
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+        if (this != &other) {
+            reset(other.release());
+        }
+        return *this;
+    }
+    ~FileDescriptor() { reset(); }
+
+    int get() const noexcept { return descriptor_; }
+    explicit operator bool() const noexcept { return descriptor_ >= 0; }
+    int release() noexcept { return std::exchange(descriptor_, -1); }
+    void reset(int descriptor = -1) noexcept {
+        const int old = std::exchange(descriptor_, descriptor);
+        if (old >= 0) {
+            ErrnoKeeper keeper;
+            ::close(old);
+        }
+    }
+    // Closes now and tells whether that succeeded; a descriptor is gone either way.
+    bool close() noexcept { return ::close(release()) == 0; }
+
+private:
+    int descriptor_ = -1;
+};
+
+// Calls a release function for a pointer, with errno kept.
+template <auto release>
+struct Releaser {
+    template <typename T>
+    void operator()(T* resource) const noexcept {
+        ErrnoKeeper keeper;
+        release(resource);
+    }
+};
+
+using Directory = std::unique_ptr<DIR, Releaser<&::closedir>>;
+using File = std::unique_ptr<FILE, Releaser<&::fclose>>;
+using InterfaceAddresses = std::unique_ptr<ifaddrs, Releaser<&::freeifaddrs>>;
+using AddressInfo = std::unique_ptr<addrinfo, Releaser<&::freeaddrinfo>>;
+using LoadedLibrary = std::unique_ptr<void, Releaser<&::dlclose>>;
+template <typename T>
+using Allocated = std::unique_ptr<T, Releaser<&::free>>;
+
+// Owns an iconv descriptor, whose failure value is all-ones.
+class Converter {
+public:
+    Converter(const char* to, const char* from) noexcept : descriptor_(iconv_open(to, from)) {}
+    ~Converter() {
+        if (*this) {
+            ErrnoKeeper keeper;
+            iconv_close(descriptor_);
+        }
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    explicit operator bool() const noexcept {
+        return descriptor_ != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
+    }
+    iconv_t get() const noexcept { return descriptor_; }
+
+private:
+    iconv_t descriptor_;
+};
+
+// Holds a POSIX mutex for a scope. Where a thread may be cancelled inside the scope, a POSIX clean-up
+// handler has to give the mutex back instead: cancellation need not run destructors.
+class MutexGuard {
+public:
+    explicit MutexGuard(pthread_mutex_t& mutex) noexcept
+        : mutex_(mutex), held_(pthread_mutex_lock(&mutex) == 0) {}
+    ~MutexGuard() {
+        if (held_) {
+            pthread_mutex_unlock(&mutex_);
+        }
+    }
+    MutexGuard(const MutexGuard&) = delete;
+    MutexGuard& operator=(const MutexGuard&) = delete;
+
+    // False when the mutex could not be locked.
+    explicit operator bool() const noexcept { return held_; }
+
+private:
+    pthread_mutex_t& mutex_;
+    bool held_;
+};
+
+}  // namespace velora_com::qel::support

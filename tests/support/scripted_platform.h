@@ -1,0 +1,42 @@
+// The machine as a test describes it: the answers that the scripted platform gives.
+//
+// A test fills script() and calls the collectors; every answer starts as "nothing". Reset it in the
+// fixture with script() = {}.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+
+namespace velora_com::qel::platform {
+
+struct Script {
+    std::optional<int32_t> processor_count;
+    std::optional<uint64_t> processor_clock_hz;
+    std::optional<int32_t> architecture_code;
+    std::optional<int32_t> processor_type_code;
+    std::optional<std::string> hardware_model;
+    std::optional<uint64_t> installed_memory;
+    std::optional<FreePages> free_pages;
+    std::vector<MountedFileSystem> mounted_file_systems;
+    std::optional<AvailableSpace> available_space;
+    std::string system_version_file = "/nonexistent";
+    std::string server_version_file = "/nonexistent";
+    // Strings of the top-level dictionary; nothing stands for a document that is no property list.
+    std::optional<std::map<std::string, std::string, std::less<>>> property_list;
+    std::optional<int64_t> boot_time;
+    // Answers a shell command; the answer is cut to the bytes asked for.
+    std::function<std::optional<std::string>(const std::string&)> run_command;
+    std::optional<std::string> nis_domain;
+    std::optional<std::string> domain_name;
+    // Names of the questions asked, in order.
+    std::vector<std::string> asked;
+};
+
+Script& script();
+
+}  // namespace velora_com::qel::platform
