@@ -1,0 +1,26 @@
+# What `cmake --install` lays down: the library in both forms, the headers, vlrprops, a package config
+# for find_package(vlrcomn) and a pkg-config file.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS vlrcomn vlrcomn_static EXPORT vlrcomnTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS vlrprops RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vlrcomn DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/vlrcomn)
+install(EXPORT vlrcomnTargets NAMESPACE vlrcomn:: DESTINATION ${package_folder})
+configure_package_config_file(
+    ${PROJECT_SOURCE_DIR}/cmake/vlrcomnConfig.cmake.in ${PROJECT_BINARY_DIR}/vlrcomnConfig.cmake
+    INSTALL_DESTINATION ${package_folder})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/vlrcomnConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/vlrcomnConfig.cmake
+              ${PROJECT_BINARY_DIR}/vlrcomnConfigVersion.cmake DESTINATION ${package_folder})
+
+set(VLRCOMN_PC_PRIVATE_LIBRARIES "-lstdc++ -pthread")
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    string(PREPEND VLRCOMN_PC_PRIVATE_LIBRARIES "-lexpat -ldl ")
+endif()
+configure_file(${PROJECT_SOURCE_DIR}/cmake/vlrcomn.pc.in ${PROJECT_BINARY_DIR}/vlrcomn.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/vlrcomn.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
