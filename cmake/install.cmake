@@ -5,7 +5,9 @@ include(CMakePackageConfigHelpers)
 install(TARGETS vlrcomn vlrcomn_static EXPORT vlrcomnTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS vlrprops RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+if(TARGET vlrprops)
+    install(TARGETS vlrprops RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vlrcomn DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/vlrcomn)
