@@ -124,4 +124,17 @@ private:
     bool held_;
 };
 
+// Puts the cancellation of this thread off for a scope, so that owners in it are enough: where nothing
+// can be cancelled, every destructor runs.
+class CancellationOff {
+public:
+    CancellationOff() noexcept { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &former_); }
+    ~CancellationOff() { pthread_setcancelstate(former_, nullptr); }
+    CancellationOff(const CancellationOff&) = delete;
+    CancellationOff& operator=(const CancellationOff&) = delete;
+
+private:
+    int former_ = PTHREAD_CANCEL_ENABLE;
+};
+
 }  // namespace velora_com::qel::support

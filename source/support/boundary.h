@@ -1,0 +1,21 @@
+// The library's boundary: what the C++ library throws, which in practice is std::bad_alloc, ends here
+// and becomes the function's stated failure.
+#pragma once
+
+#include <exception>
+#include <utility>
+
+namespace velora_com::qel::support {
+
+// Runs `body` and returns its result, or `failure` when it throws. A cancelled thread's forced unwinding
+// is no std::exception and passes through.
+template <typename Result, typename Body>
+Result or_failure(Result failure, Body&& body) {
+    try {
+        return std::forward<Body>(body)();
+    } catch (const std::exception&) {
+        return failure;
+    }
+}
+
+}  // namespace velora_com::qel::support
