@@ -185,7 +185,7 @@ VLRCOMN_API bool isBigEndian();
  *
  * @param text The text, which ends at its first zero character.
  * @return The UTF-8 text. Empty when memory runs out, and for a text whose six bytes a character pass
- *         INT32_MAX (357,913,941 characters and more).
+ *         INT32_MAX (357,913,942 characters and more).
  */
 VLRCOMN_API std::string orumcomn_wide_to_ansi(const std::wstring& text);
 
@@ -193,7 +193,7 @@ VLRCOMN_API std::string orumcomn_wide_to_ansi(const std::wstring& text);
  * Converts UTF-8 to wide text; see the head of this file for the encoding and for faults.
  *
  * @param text The text, which ends at its first zero byte.
- * @return The wide text. Empty when memory runs out, and for a text of 4 GiB and more.
+ * @return The wide text. Empty when memory runs out, and for a text of 4 GiB less one byte and more.
  */
 VLRCOMN_API std::wstring orumcomn_ansi_to_wide(const std::string& text);
 
