@@ -150,10 +150,10 @@ VLRCOMN_API uintptr_t orSO_DbgGetThread(void);
  * @param spin the word; null returns at once
  * @return 0, always
  */
-VLRCOMN_API int32_t orSL_Get(int32_t* spin);
+VLRCOMN_API int32_t orSL_Get(volatile int32_t* spin);
 
 /** Gives a spin word back. @param spin the word, held by the caller; null is ignored */
-VLRCOMN_API void orSL_Release(int32_t* spin);
+VLRCOMN_API void orSL_Release(volatile int32_t* spin);
 /** @} */
 
 /** @name Shared/exclusive lock
