@@ -1,26 +1,25 @@
-// The boot time stands in /proc/stat as "btime SECONDS".
-#include <cinttypes>
-#include <cstdio>
+#include <charconv>
+#include <string_view>
 
+#include "platform/linux/text_file.h"
 #include "platform/platform.h"
-#include "support/owners.h"
 
 namespace velora_com::qel::platform {
 
 std::optional<int64_t> boot_time() {
-    const support::CancellationOff no_cancellation;
-    const support::File file(std::fopen("/proc/stat", "re"));
-    std::optional<int64_t> seconds;
-    char* line = nullptr;
-    size_t capacity = 0;
-    while (file && !seconds && getline(&line, &capacity, file.get()) >= 0) {
-        int64_t value = 0;
-        if (std::sscanf(line, "btime %" SCNd64, &value) == 1) {
-            seconds = value;
-        }
+    const auto text = read_text_file("/proc/stat");
+    if (!text) {
+        return std::nullopt;
     }
-    const support::Allocated<char> owner(line);
-    return seconds;
+    constexpr std::string_view label = "\nbtime ";
+    const size_t found = text->find(label);
+    if (found == std::string::npos) {
+        return std::nullopt;
+    }
+    int64_t seconds = 0;
+    const char* const digits = text->data() + found + label.size();
+    const auto parsed = std::from_chars(digits, text->data() + text->size(), seconds);
+    return parsed.ec == std::errc() ? std::optional(seconds) : std::nullopt;
 }
 
 }  // namespace velora_com::qel::platform
