@@ -174,12 +174,13 @@ public:
      * list; the word size from the machine name of uname or, where that does not tell, from a shell
      * command.
      *
-     * A version of one number gives that number and a dot. Numbers from the fourth on are dropped.
+     * A version of one number gives that number and a dot, one of none just the dot. Numbers from the
+     * fourth on are dropped.
      * When the property list names no build, the whole version stands in wstrOSBuildNum: this is
      * kept.
      *
      * @param[in,out] info On failure only the three identity fields are written.
-     * @return false when the version file is missing, empty, unreadable, over 16 MiB, no XML
+     * @return false when the version file is missing, empty, unreadable, over 64 MiB, no XML
      * property list with a dictionary at its top, or without a version text of at most 255 bytes.
      */
     bool GetOSInformation(OSInformation& info);

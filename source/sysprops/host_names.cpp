@@ -1,0 +1,67 @@
+// The machine's names.
+#include <netdb.h>
+#include <pthread.h>
+#include <sys/utsname.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <optional>
+
+#include "platform/platform.h"
+#include "support/boundary.h"
+#include "support/owners.h"
+#include "sysprops/fallback_text.h"
+#include "vlrcomn/system_properties.h"
+
+namespace velora_com::qel::sysprops {
+
+namespace {
+
+// The official name under which the resolver knows `host`. Its answer is one record for the whole
+// process, hence the lock.
+std::optional<std::string> official_name(const char* host) {
+    static pthread_mutex_t resolver_mutex = PTHREAD_MUTEX_INITIALIZER;
+    const support::CancellationOff uncancelled;
+    const support::MutexGuard guard(resolver_mutex);
+    const hostent* const entry = gethostbyname(host);
+    return entry == nullptr ? std::nullopt : std::optional<std::string>(entry->h_name);
+}
+
+}  // namespace
+
+bool getComputerName(std::string& name) {
+    return support::or_failure(false, [&] {
+        utsname host;
+        if (uname(&host) != 0) {
+            return false;
+        }
+        name.assign(host.nodename, std::strcspn(host.nodename, "."));
+        return true;
+    });
+}
+
+std::wstring getDomainName() {
+    return text_or(unknown_domain, [] {
+        const std::optional<std::string> domain = platform::nis_domain();
+        return domain && !domain->empty() ? sysprops_ansi_to_wide(*domain) : unknown_domain;
+    });
+}
+
+std::wstring getFqdnAddress() {
+    return text_or(DefaultProp_Val, [] {
+        char host[2048] = "";
+        if (gethostname(host, sizeof host - 1) != 0) {
+            return DefaultProp_Val;
+        }
+        std::optional<std::string> name = official_name(host);
+        if (!name) {
+            name = host;
+            if (const std::optional<std::string> domain = platform::domain_name()) {
+                *name += "." + *domain;
+            }
+        }
+        return sysprops_ansi_to_wide(*name);
+    });
+}
+
+}  // namespace velora_com::qel::sysprops

@@ -1,0 +1,43 @@
+// The local address that the agent last used.
+#include <pthread.h>
+
+#include "support/boundary.h"
+#include "support/early_init.h"
+#include "support/owners.h"
+#include "sysprops/fallback_text.h"
+#include "vlrcomn/system_properties.h"
+
+namespace velora_com::qel::sysprops {
+
+// Complete as early as the constants, so that a static initialiser may hand an address in.
+std::wstring VLRCOMN_EARLY_INIT ISysProps::m_wstrLastKnownLocalIP;
+
+namespace {
+
+// Guards m_wstrLastKnownLocalIP. Nothing under it can be cancelled.
+pthread_mutex_t address_mutex = PTHREAD_MUTEX_INITIALIZER;
+
+}  // namespace
+
+void ISysProps::updateLocalIP(const std::wstring& address) {
+    // Copied outside the lock, so that a want of memory changes nothing and the lock is held briefly.
+    support::or_failure(false, [&] {
+        std::wstring copy = address;
+        const support::MutexGuard guard(address_mutex);
+        m_wstrLastKnownLocalIP.swap(copy);
+        return true;
+    });
+}
+
+std::wstring ISysProps::GetLastKnownLocalIP() {
+    return text_or({}, [] {
+        const support::MutexGuard guard(address_mutex);
+        return m_wstrLastKnownLocalIP;
+    });
+}
+
+}  // namespace velora_com::qel::sysprops
+
+void orumcomn_set_local_ip_addr(std::wstring address) {
+    velora_com::qel::sysprops::ISysProps::updateLocalIP(address);
+}

@@ -1,0 +1,27 @@
+#include <cstdint>
+#include <optional>
+
+#include "platform/platform.h"
+#include "support/boundary.h"
+#include "sysprops/rounding.h"
+#include "vlrcomn/system_properties.h"
+
+namespace velora_com::qel::sysprops {
+
+bool ISysProps::GetMemoryInformation(MemoryInformation& info) {
+    return support::or_failure(false, [&] {
+        const std::optional<uint64_t> total = platform::installed_memory();
+        if (total) {
+            info.wstrTotalPhysicalMemory = std::to_wstring(*total);
+        }
+        const std::optional<platform::FreePages> pages = platform::free_pages();
+        if (!pages) {
+            return false;
+        }
+        const uint64_t free = pages->count * pages->page_size;
+        info.wstrFreeMemory = std::to_wstring(coarsened(free, total.value_or(0)));
+        return true;
+    });
+}
+
+}  // namespace velora_com::qel::sysprops

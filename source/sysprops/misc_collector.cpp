@@ -1,0 +1,74 @@
+#include <pthread.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+
+#include "support/boundary.h"
+#include "support/owners.h"
+#include "vlrcomn/logged_on_users.h"
+#include "vlrcomn/system_properties.h"
+#include "vlrcomn/time_text.h"
+
+namespace velora_com::qel::sysprops {
+
+namespace {
+
+// Abbreviation of standard time in the local zone. tzname is filled by tzset alone, so that without the
+// call the first report of a process would name no zone. This file's own lock comes first, then the one
+// under which the time functions change "TZ".
+std::string zone_name() {
+    static pthread_mutex_t own_mutex = PTHREAD_MUTEX_INITIALIZER;
+    const support::CancellationOff uncancelled;
+    const support::MutexGuard own_guard(own_mutex);
+    const support::MutexGuard time_guard(mutex);
+    tzset();
+    return tzname[0] == nullptr ? std::string() : std::string(tzname[0]);
+}
+
+// "MM/DD/YYYY hh:mm:ss" of now in local time; empty when the time cannot be broken down.
+std::string local_time_text() {
+    const time_t now = time(nullptr);
+    tm local;
+    if (localtime_r(&now, &local) == nullptr) {
+        return {};
+    }
+    char text[80];
+    std::snprintf(text, sizeof text, "%02d/%02d/%04d %02d:%02d:%02d", local.tm_mon + 1,
+                  local.tm_mday, local.tm_year + 1900, local.tm_hour, local.tm_min, local.tm_sec);
+    return text;
+}
+
+// The server knows three languages. It spells British English "en_UK", so that a locale of "en_GB" is
+// reported like any other.
+const wchar_t* language_id() {
+    const char* const locale = std::getenv("LANG");
+    if (locale != nullptr && std::strstr(locale, "en_UK") != nullptr) {
+        return L"0809";
+    }
+    if (locale != nullptr && std::strstr(locale, "ja_JP") != nullptr) {
+        return L"0411";
+    }
+    return L"0409";
+}
+
+}  // namespace
+
+bool ISysProps::GetMiscInformation(MiscInformation& info) {
+    return support::or_failure(false, [&] {
+        std::wstring users;
+        session::CollectAllLoggedonUsers(users);
+        info.wstrUserName = users.empty() ? L"NA" : users;
+        if (const std::string zone = zone_name(); !zone.empty()) {
+            info.wstrTimeZone = sysprops_ansi_to_wide(zone);
+        }
+        if (const std::string now = local_time_text(); !now.empty()) {
+            info.wstrLastUpdate = sysprops_ansi_to_wide(now);
+        }
+        info.wstrDefaultLangID = language_id();
+        return true;
+    });
+}
+
+}  // namespace velora_com::qel::sysprops
