@@ -18,4 +18,13 @@ Result or_failure(Result failure, Body&& body) {
     }
 }
 
+// Runs `body`, which has no result; what it has done before it throws stays.
+template <typename Body>
+void contained(Body&& body) {
+    try {
+        std::forward<Body>(body)();
+    } catch (const std::exception&) {
+    }
+}
+
 }  // namespace velora_com::qel::support
