@@ -1,0 +1,45 @@
+#include "login_records.h"
+
+#include <utmpx.h>
+
+#include <algorithm>
+#include <cstddef>
+
+#include "support/owners.h"
+
+namespace velora_com::qel::session {
+
+namespace {
+
+// Guards the process's record cursor.
+pthread_mutex_t cursor_mutex = PTHREAD_MUTEX_INITIALIZER;
+
+struct Rewind {
+    ~Rewind() { setutxent(); }
+};
+
+// A field of the record, which ends at its terminator or, without one, with the field.
+template <size_t size>
+std::string field_text(const char (&field)[size]) {
+    return std::string(field, std::find(field, field + size, '\0'));
+}
+
+}  // namespace
+
+bool LoginRecord::is_user() const {
+    return type == USER_PROCESS;
+}
+
+std::vector<LoginRecord> login_records() {
+    std::vector<LoginRecord> records;
+    const support::CancellationOff uncancelled;
+    const support::MutexGuard guard(cursor_mutex);
+    const Rewind rewind;
+    while (const utmpx* entry = getutxent()) {
+        records.push_back({entry->ut_type, field_text(entry->ut_id), field_text(entry->ut_user),
+                           field_text(entry->ut_line)});
+    }
+    return records;
+}
+
+}  // namespace velora_com::qel::session
