@@ -1,0 +1,65 @@
+#include "vlrcomn/system_log.h"
+
+#include <syslog.h>
+
+#include <cerrno>
+
+#include "support/owners.h"
+
+namespace velora_com::qel {
+
+namespace {
+
+// The C library keeps the pointer beyond the call.
+constexpr const char default_tag[] = "[QEL]";
+
+int system_level(SyslogPriority priority) {
+    switch (priority) {
+        case SyslogCritical:
+            return LOG_CRIT;
+        case SyslogError:
+            return LOG_ERR;
+        case SyslogWarning:
+            return LOG_WARNING;
+        case SyslogInfo:
+            break;
+    }
+    return LOG_INFO;
+}
+
+}  // namespace
+
+int vLogInSystemLog(int level, const char* ident, const char* format, std::va_list arguments) {
+    if (format == nullptr) {
+        return 1;
+    }
+    support::ErrnoKeeper keeper;
+    const int error = errno;
+    openlog(ident, LOG_CONS | LOG_NDELAY, LOG_USER);
+    errno = error;  // what "%m" stands for
+    vsyslog(level, format, arguments);
+    closelog();
+    return 1;
+}
+
+int vLogInSystemLog(int level, const char* format, std::va_list arguments) {
+    return vLogInSystemLog(level, default_tag, format, arguments);
+}
+
+int LogInSystemLog(SyslogPriority priority, const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const int result = vLogInSystemLog(system_level(priority), format, arguments);
+    va_end(arguments);
+    return result;
+}
+
+int LogInSystemLog(SyslogPriority priority, const char* ident, const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const int result = vLogInSystemLog(system_level(priority), ident, format, arguments);
+    va_end(arguments);
+    return result;
+}
+
+}  // namespace velora_com::qel
