@@ -1,0 +1,12 @@
+# Links a test program with support/fault_injection.cpp and sends the calls listed there through it. Needs
+# a linker that wraps symbols; on Mac OS X the caller leaves the program out.
+set(VLRCOMN_FAULT_INJECTION ${CMAKE_CURRENT_LIST_DIR}/fault_injection.cpp)
+
+function(vlrcomn_inject_faults target)
+    target_sources(${target} PRIVATE ${VLRCOMN_FAULT_INJECTION})
+    file(STRINGS ${VLRCOMN_FAULT_INJECTION} lines REGEX "^WRAP[A-Z_]*\\(")
+    foreach(line ${lines})
+        string(REGEX REPLACE "^WRAP[A-Z_]*\\(([a-z0-9_]+),.*" "\\1" symbol "${line}")
+        target_link_options(${target} PRIVATE LINKER:--wrap=${symbol})
+    endforeach()
+endfunction()

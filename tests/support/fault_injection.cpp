@@ -1,0 +1,275 @@
+#include "support/fault_injection.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace fault_injection {
+namespace {
+
+thread_local int calls_left = 0;  // the call that brings it from 1 to 0 fails; 0 is disarmed
+thread_local const char* only_call = nullptr;
+thread_local const char* fired_call = nullptr;
+thread_local bool clock_is_set = false;
+thread_local timeval set_time;
+
+std::atomic<int> allocations, conditions, mutexes, thread_attributes, thread_keys;
+
+bool fails(const char* call) noexcept {
+    if (calls_left == 0 || (only_call != nullptr && std::strcmp(only_call, call) != 0) ||
+        --calls_left != 0) {
+        return false;
+    }
+    fired_call = call;
+    return true;
+}
+
+// Counts a success of a call that reports by 0 or an error number.
+int counted(int error, std::atomic<int>& counter, int difference) noexcept {
+    if (error == 0) {
+        counter += difference;
+    }
+    return error;
+}
+
+void* counted(void* memory) noexcept {
+    allocations += memory != nullptr ? 1 : 0;
+    return memory;
+}
+
+}  // namespace
+
+FailNth::FailNth(int nth, const char* only) noexcept {
+    fired_call = nullptr;
+    only_call = only;
+    calls_left = nth;
+}
+void FailNth::disarm() noexcept {
+    calls_left = 0;
+}
+const char* FailNth::fired() const noexcept {
+    return fired_call;
+}
+
+bool operator==(const Resources& left, const Resources& right) noexcept {
+    return std::memcmp(&left, &right, sizeof(Resources)) == 0;
+}
+
+std::ostream& operator<<(std::ostream& stream, const Resources& resources) {
+    return stream << resources.allocations << " allocations, " << resources.conditions
+                  << " conditions, " << resources.mutexes << " mutexes, "
+                  << resources.thread_attributes << " thread attributes, " << resources.thread_keys
+                  << " thread keys, " << resources.descriptors << " descriptors";
+}
+
+Resources resources_in_use() noexcept {
+    int64_t descriptors = 0;
+    for (int descriptor = 0; descriptor < 256; ++descriptor) {
+        descriptors += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
+    }
+    return {allocations, conditions, mutexes, thread_attributes, thread_keys, descriptors};
+}
+
+void set_clock(std::optional<timeval> now) noexcept {
+    clock_is_set = now.has_value();
+    set_time = now.value_or(timeval{});
+}
+
+}  // namespace fault_injection
+
+using namespace fault_injection;
+
+// Every memory of C++ comes through the C allocator, so that one count and one failure serve both.
+// NOLINTBEGIN(cppcoreguidelines-no-malloc)
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return std::malloc(size == 0 ? 1 : size);
+}
+void* operator new(std::size_t size) {
+    void* memory = operator new(size, std::nothrow);
+    return memory != nullptr ? memory : throw std::bad_alloc();
+}
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return operator new(size, std::nothrow);
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, const std::nothrow_t&) noexcept {
+    std::free(memory);
+}
+// NOLINTEND(cppcoreguidelines-no-malloc)
+
+// Declares __real_NAME, the call itself, and begins the definition of __wrap_NAME, which stands in for it.
+#define WRAP(name, result, ...)                   \
+    extern "C" result __real_##name(__VA_ARGS__); \
+    extern "C" result __wrap_##name(__VA_ARGS__)
+
+// A call that fails with `failure` and errno, and needs no counting.
+#define FAIL_WITH(name, failure, error) \
+    if (fails(#name)) {                 \
+        errno = error;                  \
+        return failure;                 \
+    }
+
+WRAP(malloc, void*, size_t size) {
+    FAIL_WITH(malloc, nullptr, ENOMEM)
+    return counted(__real_malloc(size));
+}
+WRAP(calloc, void*, size_t count, size_t size) {
+    FAIL_WITH(calloc, nullptr, ENOMEM)
+    return counted(__real_calloc(count, size));
+}
+WRAP(realloc, void*, void* memory, size_t size) {
+    FAIL_WITH(realloc, nullptr, ENOMEM)
+    void* const moved = __real_realloc(memory, size);
+    return memory == nullptr ? counted(moved) : moved;
+}
+WRAP(strdup, char*, const char* text) {
+    FAIL_WITH(strdup, nullptr, ENOMEM)
+    return static_cast<char*>(counted(__real_strdup(text)));
+}
+WRAP(free, void, void* memory) {
+    allocations -= memory != nullptr ? 1 : 0;
+    __real_free(memory);
+}
+
+WRAP(pthread_cond_init, int, pthread_cond_t* condition, const pthread_condattr_t* attributes) {
+    return fails("pthread_cond_init")
+               ? ENOMEM
+               : counted(__real_pthread_cond_init(condition, attributes), conditions, 1);
+}
+WRAP(pthread_cond_destroy, int, pthread_cond_t* condition) {
+    return counted(__real_pthread_cond_destroy(condition), conditions, -1);
+}
+WRAP(pthread_cond_broadcast, int, pthread_cond_t* condition) {
+    return fails("pthread_cond_broadcast") ? EINVAL : __real_pthread_cond_broadcast(condition);
+}
+WRAP(pthread_mutex_init, int, pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes) {
+    return fails("pthread_mutex_init")
+               ? ENOMEM
+               : counted(__real_pthread_mutex_init(mutex, attributes), mutexes, 1);
+}
+WRAP(pthread_mutex_destroy, int, pthread_mutex_t* mutex) {
+    return counted(__real_pthread_mutex_destroy(mutex), mutexes, -1);
+}
+WRAP(pthread_mutex_lock, int, pthread_mutex_t* mutex) {
+    return fails("pthread_mutex_lock") ? EINVAL : __real_pthread_mutex_lock(mutex);
+}
+WRAP(pthread_mutex_trylock, int, pthread_mutex_t* mutex) {
+    return fails("pthread_mutex_trylock") ? EINVAL : __real_pthread_mutex_trylock(mutex);
+}
+WRAP(pthread_attr_init, int, pthread_attr_t* attributes) {
+    return fails("pthread_attr_init")
+               ? ENOMEM
+               : counted(__real_pthread_attr_init(attributes), thread_attributes, 1);
+}
+WRAP(pthread_attr_destroy, int, pthread_attr_t* attributes) {
+    return counted(__real_pthread_attr_destroy(attributes), thread_attributes, -1);
+}
+WRAP(pthread_attr_setdetachstate, int, pthread_attr_t* attributes, int state) {
+    return fails("pthread_attr_setdetachstate")
+               ? EINVAL
+               : __real_pthread_attr_setdetachstate(attributes, state);
+}
+WRAP(pthread_create, int, pthread_t* thread, const pthread_attr_t* attributes,
+     void* (*routine)(void*), void* parameter) {
+    return fails("pthread_create") ? EAGAIN
+                                   : __real_pthread_create(thread, attributes, routine, parameter);
+}
+WRAP(pthread_key_create, int, pthread_key_t* key, void (*destructor)(void*)) {
+    return fails("pthread_key_create")
+               ? EAGAIN
+               : counted(__real_pthread_key_create(key, destructor), thread_keys, 1);
+}
+WRAP(pthread_key_delete, int, pthread_key_t key) {
+    return counted(__real_pthread_key_delete(key), thread_keys, -1);
+}
+WRAP(pthread_setspecific, int, pthread_key_t key, const void* value) {
+    return fails("pthread_setspecific") ? ENOMEM : __real_pthread_setspecific(key, value);
+}
+
+WRAP(gettimeofday, int, timeval* now, void* zone) {
+    FAIL_WITH(gettimeofday, -1, EFAULT)
+    if (clock_is_set) {
+        *now = set_time;
+        return 0;
+    }
+    return __real_gettimeofday(now, zone);
+}
+
+// The mode is handed on also where there is none: the calls ignore it then.
+#define WRAP_OPEN(name, ...)                                                         \
+    extern "C" int __real_##name(const char*, int, ...);                             \
+    extern "C" int __wrap_##name(const char* path, int flags, ...) {                 \
+        FAIL_WITH(name, -1, EMFILE)                                                  \
+        va_list arguments;                                                           \
+        va_start(arguments, flags);                                                  \
+        const auto mode = (flags & O_CREAT) != 0 ? va_arg(arguments, unsigned) : 0u; \
+        va_end(arguments);                                                           \
+        return __real_##name(path, flags, mode);                                     \
+    }
+WRAP_OPEN(open, )
+WRAP_OPEN(open64, )
+
+// A close that fails gives the descriptor up all the same, as Linux does.
+WRAP(close, int, int descriptor) {
+    const int result = __real_close(descriptor);
+    FAIL_WITH(close, -1, EIO)
+    return result;
+}
+
+#define WRAP_CALL(name, result, failure, error, parameters, arguments) \
+    extern "C" result __real_##name parameters;                        \
+    extern "C" result __wrap_##name parameters {                       \
+        FAIL_WITH(name, failure, error)                                \
+        return __real_##name arguments;                                \
+    }
+WRAP_CALL(read, ssize_t, -1, EIO, (int file, void* bytes, size_t count), (file, bytes, count))
+WRAP_CALL(write, ssize_t, -1, ENOSPC, (int file, const void* bytes, size_t count),
+          (file, bytes, count))
+WRAP_CALL(ftruncate, int, -1, EIO, (int file, off_t length), (file, length))
+WRAP_CALL(ftruncate64, int, -1, EIO, (int file, off_t length), (file, length))
+WRAP_CALL(lseek, off_t, -1, EINVAL, (int file, off_t offset, int whence), (file, offset, whence))
+WRAP_CALL(lseek64, off_t, -1, EINVAL, (int file, off_t offset, int whence), (file, offset, whence))
+WRAP_CALL(fstat, int, -1, EIO, (int file, struct stat* status), (file, status))
+WRAP_CALL(fstat64, int, -1, EIO, (int file, struct stat* status), (file, status))
+WRAP_CALL(stat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
+WRAP_CALL(stat64, int, -1, EIO, (const char* path, struct stat* status), (path, status))
+WRAP_CALL(lstat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
+WRAP_CALL(lstat64, int, -1, EIO, (const char* path, struct stat* status), (path, status))
+WRAP_CALL(fstatat, int, -1, EIO, (int folder, const char* path, struct stat* status, int flags),
+          (folder, path, status, flags))
+WRAP_CALL(fstatat64, int, -1, EIO, (int folder, const char* path, struct stat* status, int flags),
+          (folder, path, status, flags))
+WRAP_CALL(mkdir, int, -1, ENOSPC, (const char* path, mode_t mode), (path, mode))
+WRAP_CALL(remove, int, -1, EACCES, (const char* path), (path))
+WRAP_CALL(unlink, int, -1, EACCES, (const char* path), (path))
+WRAP_CALL(opendir, DIR*, nullptr, EMFILE, (const char* path), (path))
+WRAP_CALL(fdopendir, DIR*, nullptr, ENOMEM, (int file), (file))
+WRAP_CALL(readdir, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
+WRAP_CALL(readdir64, struct dirent*, nullptr, EIO, (DIR * folder), (folder))

@@ -1,0 +1,82 @@
+// Makes the system refuse one call after another, to show that a function undoes what it has begun.
+//
+// vlrcomn_inject_faults(target) in a CMakeLists.txt links a test program so that the calls listed at the
+// end of fault_injection.cpp, made by the library or the test, pass through here; memory comes through
+// malloc and operator new alike. Only the thread that asks for a failure meets it. Make no assertions
+// between the construction and the disarming of a FailNth: they allocate too.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/time.h>
+
+#include <cstdint>
+#include <optional>
+#include <ostream>
+
+namespace fault_injection {
+
+// While armed, the `nth` call from now, counted from 1 over all listed calls or over those named `only`,
+// fails with the error that is usual for it.
+class FailNth {
+public:
+    explicit FailNth(int nth, const char* only = nullptr) noexcept;
+    ~FailNth() { disarm(); }
+    FailNth(const FailNth&) = delete;
+    FailNth& operator=(const FailNth&) = delete;
+
+    void disarm() noexcept;
+    // The call that failed, or null while none has.
+    const char* fired() const noexcept;
+};
+
+// What the process holds of each kind that can leak. Memory that the C library allocates for its caller
+// other than by the listed calls is not seen; giving it to free() would count below zero.
+struct Resources {
+    int64_t allocations, conditions, mutexes, thread_attributes, thread_keys, descriptors;
+};
+bool operator==(const Resources& left, const Resources& right) noexcept;
+std::ostream& operator<<(std::ostream& stream, const Resources& resources);
+Resources resources_in_use() noexcept;
+
+// While set, gettimeofday tells the calling thread this time.
+void set_clock(std::optional<timeval> now) noexcept;
+
+struct Walk {
+    int calls;      // how many calls could fail
+    int tolerated;  // after how many failures `create` succeeded all the same
+};
+
+// Runs `create` with its first listed call failing, then its second and so on, until it runs through.
+// `create` tells whether it made its object; what it made is given back by `release`. Expects that a
+// failed `create` holds nothing that it did not hold before.
+template <typename Create, typename Release>
+Walk walk_failures(Create create, Release release) {
+    // Once without failures: the C library keeps what it allocates on first use.
+    if (!create()) {
+        ADD_FAILURE() << "fails without injected failures";
+        return {};
+    }
+    release();
+    Walk walk{};
+    for (;; ++walk.calls) {
+        const Resources before = resources_in_use();
+        FailNth failure(walk.calls + 1);
+        const bool created = create();
+        failure.disarm();
+        const Resources after = resources_in_use();
+        if (created) {
+            release();
+        }
+        if (failure.fired() == nullptr) {
+            EXPECT_TRUE(created);
+            return walk;
+        }
+        if (created) {
+            ++walk.tolerated;
+        } else {
+            EXPECT_EQ(after, before) << failure.fired() << ", call " << walk.calls + 1;
+        }
+    }
+}
+
+}  // namespace fault_injection
