@@ -1,0 +1,190 @@
+// Many threads at once. Every test counts what must hold exactly and ends by itself; no sleep stands
+// for synchronisation.
+#include <atomic>
+#include <thread>
+#include <vector>
+
+#include "portability/tls_index.h"
+#include "sync_support.h"
+
+using namespace sync_test;
+using namespace velora_com::qel::portability;
+
+namespace {
+
+class Stress : public Bounded {};
+
+// Runs `body(number)` on `count` threads that start together.
+template <typename Body>
+void together(int count, Body body) {
+    const Handle go = make_event();
+    std::vector<std::thread> threads;
+    for (int number = 0; number < count; ++number) {
+        threads.emplace_back([&, number] {
+            wait_for(go);
+            body(number);
+        });
+    }
+    EXPECT_EQ(oruSetEvent(go.get()), 1);
+    for (auto& thread : threads) {
+        thread.join();
+    }
+}
+
+uint32_t add_one(void* counter) {
+    ++*static_cast<std::atomic<int>*>(counter);
+    return 0;
+}
+
+TEST_F(Stress, ManyWaitersShareOneMutex) {
+    constexpr int threads = 16;
+    constexpr int rounds = 150;
+    const Handle mutex = make_mutex();
+    int guarded = 0;  // no atomic: the mutex is all that protects it
+    std::atomic<int> timed_out{0};
+    together(threads, [&](int number) {
+        for (int round = 0; round < rounds; ++round) {
+            // Every third thread gives up now and then; a failed or late wait must not own it.
+            const bool timed = number % 3 == 0;
+            while (wait_for(mutex, timed ? static_cast<uint32_t>(round % 3) : ORU_INFINITE) !=
+                   ORU_WAIT_SIGNALLED) {
+                ++timed_out;
+            }
+            ++guarded;
+            if (round % 4 == 0) {
+                sched_yield();  // lets the others queue up
+            }
+            EXPECT_EQ(oruReleaseMutex(mutex.get()), 1);
+        }
+    });
+    EXPECT_EQ(guarded, threads * rounds);
+    EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_SIGNALLED);
+}
+
+TEST_F(Stress, ThreadsEndWhileTheyAreWaitedForAndClosed) {
+    constexpr int starters = 6;
+    constexpr int rounds = 400;
+    std::atomic<int> ran{0};
+    together(starters, [&](int number) {
+        for (int round = 0; round < rounds; ++round) {
+            Handle thread = start_thread(add_one, &ran);
+            while (thread == nullptr) {
+                sched_yield();  // the system's bound on threads
+                thread = start_thread(add_one, &ran);
+            }
+            if (number % 3 == 0) {
+                EXPECT_EQ(wait_for(thread), ORU_WAIT_SIGNALLED);
+            } else if (number % 3 == 1) {
+                // Sees the flag as early as can be and closes at once, before the broadcast.
+                while (wait_for(thread, 0) != ORU_WAIT_SIGNALLED) {
+                    sched_yield();
+                }
+            }
+        }
+    });
+    while (ran != starters * rounds) {
+        sched_yield();
+    }
+}
+
+TEST_F(Stress, EventsAreSetAndResetUnderWaiters) {
+    constexpr int waiters = 6;
+    constexpr int rounds = 200;
+    const Handle event = make_event();
+    std::atomic<int> waiting{waiters};
+    together(waiters + 1, [&](int number) {
+        if (number < waiters) {
+            for (int round = 0; round < rounds; ++round) {
+                EXPECT_EQ(wait_for(event), ORU_WAIT_SIGNALLED);
+            }
+            --waiting;
+            return;
+        }
+        while (waiting != 0) {
+            EXPECT_EQ(oruSetEvent(event.get()), 1);
+            sched_yield();
+            EXPECT_EQ(oruResetEvent(event.get()), 1);
+        }
+    });
+}
+
+TEST_F(Stress, InterlockedOperationsLoseNothing) {
+    constexpr int threads = 4;
+    constexpr int rounds = 5000;
+    int32_t counter = 0;
+    int32_t turn = -1;
+    std::atomic<int64_t> sum{0};
+    together(threads, [&](int number) {
+        for (int round = 0; round < rounds; ++round) {
+            oruInterlockedIncrement(&counter);
+            oruInterlockedIncrement(&counter);
+            oruInterlockedDecrement(&counter);
+            sum += oruInterlockedExchange(&turn, number * rounds + round);
+        }
+    });
+    EXPECT_EQ(counter, threads * rounds);
+    // Each value stored is returned once, but for the one that is left.
+    constexpr int64_t stored = threads * rounds;
+    EXPECT_EQ(sum + turn, stored * (stored - 1) / 2 - 1);
+}
+
+TEST_F(Stress, TwoThreadsThatEndAtOnceSweepEachIndexOnce) {
+    for (int round = 0; round < 60; ++round) {
+        for (int index = 0; index < 100; ++index) {
+            ASSERT_NE(oruTlsAlloc(), ORU_TLS_OUT_OF_INDEXES);
+        }
+        const Handle go = make_event();
+        const auto end_on = [](void* event) {
+            return oruWaitForSingleObject(static_cast<oruHandle>(event), ORU_INFINITE);
+        };
+        const Handle one = start_thread(end_on, go.get());
+        const Handle other = start_thread(end_on, go.get());
+        EXPECT_EQ(oruSetEvent(go.get()), 1);
+        EXPECT_EQ(wait_for(one), ORU_WAIT_SIGNALLED);
+        EXPECT_EQ(wait_for(other), ORU_WAIT_SIGNALLED);
+        for (const auto& word : pTlsKeyTable) {
+            ASSERT_EQ(word, 0u);
+        }
+    }
+}
+
+// Indices are swept while others read and write through them, and the system gives their keys anew to
+// strangers: neither side ever sees a value that it did not store.
+TEST_F(Stress, ReadersAndStrangersSurviveTheSweep) {
+    constexpr int sweeps = 100;
+    std::atomic<int> ends{0};
+    together(5, [&](int number) {
+        int mine = number;
+        int stranger = 0;
+        if (number == 4) {
+            for (int sweep = 0; sweep < sweeps; ++sweep) {
+                wait_for(start_thread(add_one, &ends));
+            }
+            return;
+        }
+        while (ends != sweeps) {
+            pthread_key_t key{};
+            uint32_t index = 0;
+            if (number < 2) {
+                index = oruTlsAlloc();
+            } else {
+                ASSERT_EQ(pthread_key_create(&key, nullptr), 0);
+                pthread_setspecific(key, &stranger);
+            }
+            for (uint32_t i = 0; i < 4; ++i) {
+                const void* value = oruTlsGetValue(i);
+                EXPECT_TRUE(value == nullptr || value == &mine);
+                oruTlsSetValue(i, &mine);
+            }
+            if (number < 2) {
+                oruTlsFree(index);
+            } else {
+                EXPECT_EQ(pthread_getspecific(key), &stranger);
+                pthread_key_delete(key);
+            }
+        }
+    });
+    free_tls_indices_of_process();
+}
+
+}  // namespace

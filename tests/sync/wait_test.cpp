@@ -1,0 +1,205 @@
+#include <chrono>
+#include <thread>
+#include <vector>
+
+#include "sync_support.h"
+
+using namespace sync_test;
+
+namespace {
+
+class Wait : public Bounded {};
+
+TEST_F(Wait, CreatesOnlyUnnamedManualResetEvents) {
+    const struct {
+        int manual_reset;
+        const char* name;
+        bool made;
+    } cases[] = {
+        {1, nullptr, true}, {1, "", true}, {0, nullptr, false}, {2, "", false}, {1, "x", false}};
+    for (const auto& c : cases) {
+        Handle event;
+        const uint32_t noted =
+            noted_by([&] { event.reset(oruCreateEvent(nullptr, c.manual_reset, 0, c.name)); });
+        EXPECT_EQ(event != nullptr, c.made);
+        EXPECT_EQ(noted, c.made ? 0u : static_cast<uint32_t>(EINVAL));
+    }
+}
+
+TEST_F(Wait, AnEventStaysAsItIsPut) {
+    const Handle event = make_event(1);
+    for (int repeat = 0; repeat < 2; ++repeat) {
+        EXPECT_EQ(wait_for(event), ORU_WAIT_SIGNALLED);
+        EXPECT_EQ(wait_for(event, 0), ORU_WAIT_SIGNALLED);
+    }
+    EXPECT_EQ(oruResetEvent(event.get()), 1);
+    EXPECT_EQ(wait_for(event, 0), ORU_WAIT_TIMEOUT);
+    EXPECT_EQ(oruSetEvent(event.get()), 1);
+    EXPECT_EQ(wait_for(event, 0), ORU_WAIT_SIGNALLED);
+    EXPECT_EQ(wait_for(make_event(2), 0), ORU_WAIT_TIMEOUT) << "a flag of 2 is false";
+}
+
+TEST_F(Wait, LastsAsLongAsItsTimeOut) {
+    const Handle event = make_event();
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(wait_for(event, 1000), ORU_WAIT_TIMEOUT);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(990));
+}
+
+TEST_F(Wait, RefusesHandlesThatDoNotFit) {
+    const auto file = velora_com::qel::portability::make_handle_record(ORU_KIND_FILE);
+    const auto odd = velora_com::qel::portability::make_handle_record(4);
+    const Handle event = make_event();
+    const Handle mutex = make_mutex();
+    constexpr auto refused = static_cast<uint32_t>(EINVAL);
+    const auto set = [](oruHandle h) { EXPECT_EQ(oruSetEvent(h), 0); };
+    const auto reset = [](oruHandle h) { EXPECT_EQ(oruResetEvent(h), 0); };
+    const auto release = [](oruHandle h) { EXPECT_EQ(oruReleaseMutex(h), 0); };
+    const auto wait = [](oruHandle h) { EXPECT_EQ(oruWaitForSingleObject(h, 0), 0u); };
+    const struct {
+        void (*call)(oruHandle);
+        oruHandle handle;
+        uint32_t noted;
+    } cases[] = {
+        {set, nullptr, refused},
+        {set, ORU_INVALID_HANDLE, refused},
+        {set, mutex.get(), refused},
+        {reset, nullptr, refused},
+        {reset, ORU_INVALID_HANDLE, 0},
+        {reset, mutex.get(), refused},
+        {release, nullptr, 0},
+        {release, ORU_INVALID_HANDLE, refused},
+        {release, event.get(), refused},
+        {wait, nullptr, refused},
+        {wait, ORU_INVALID_HANDLE, refused},
+        {wait, file.get(), refused},
+        {wait, odd.get(), refused},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        EXPECT_EQ(noted_by([&] { c.call(c.handle); }), c.noted);
+    }
+    EXPECT_EQ(oruOpenMutex(0, 1, "any"), nullptr);
+}
+
+TEST_F(Wait, OnlyTheOwnerReleasesAMutex) {
+    const Handle mutex = make_mutex(1);
+    EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_TIMEOUT) << "not recursive";
+    std::thread([&] {
+        EXPECT_EQ(oruReleaseMutex(mutex.get()), 0);
+        EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_TIMEOUT);
+    }).join();
+    EXPECT_EQ(oruReleaseMutex(mutex.get()), 1);
+    EXPECT_EQ(oruReleaseMutex(mutex.get()), 0) << "free";
+    std::thread([&] {
+        EXPECT_EQ(wait_for(mutex), ORU_WAIT_SIGNALLED);
+        EXPECT_EQ(oruReleaseMutex(mutex.get()), 1);
+    }).join();
+    EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_SIGNALLED);
+    EXPECT_EQ(wait_for(make_mutex(2), 0), ORU_WAIT_SIGNALLED) << "a flag of 2 is false";
+}
+
+// A look of 10 ms fails by contract when it starts in the last 10 ms of a second.
+uint32_t wait_for_any(const std::vector<oruHandle>& handles, uint32_t milliseconds) {
+    uint32_t result = ORU_WAIT_FAILED;
+    while (result == ORU_WAIT_FAILED) {
+        result = oruWaitForMultipleObjects(static_cast<uint32_t>(handles.size()), handles.data(), 2,
+                                           milliseconds);
+    }
+    return result;
+}
+
+TEST_F(Wait, LooksAtOneHandleAfterAnother) {
+    const Handle reset = make_event();
+    const Handle set = make_event(1);
+    const Handle mutex = make_mutex();
+    EXPECT_EQ(wait_for_any({set.get(), reset.get()}, 10), 2u);
+    EXPECT_EQ(wait_for_any({reset.get(), set.get()}, 20), 3u) << "index 1 reads as a time-out";
+    EXPECT_EQ(wait_for_any({reset.get(), reset.get(), mutex.get()}, 30), 4u);
+    EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_TIMEOUT) << "the multiple wait took it";
+    EXPECT_EQ(wait_for_any({reset.get(), reset.get(), set.get()}, 20), 3u) << "two looks only";
+    EXPECT_EQ(wait_for_any({reset.get(), reset.get(), set.get()}, 21), 4u) << "a third look";
+    // Round the end: the third look is at the first handle again.
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(wait_for_any({reset.get(), reset.get()}, 30), ORU_WAIT_TIMEOUT);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(29));
+}
+
+TEST_F(Wait, RefusesAMultipleWait) {
+    const Handle event = make_event(1);
+    const oruHandle handles[] = {event.get(), nullptr};
+    const auto multiple = oruWaitForMultipleObjects;
+    EXPECT_EQ(multiple(1, handles, 1, ORU_INFINITE), ORU_WAIT_FAILED) << "wait for all";
+    EXPECT_EQ(multiple(1, handles, 1, 0), ORU_WAIT_FAILED) << "wait for all";
+    EXPECT_EQ(multiple(1, handles, 0, 0), ORU_WAIT_TIMEOUT) << "looks at nothing";
+    EXPECT_EQ(multiple(0, handles, 0, 0), ORU_WAIT_TIMEOUT);
+    EXPECT_EQ(multiple(0, handles, 0, 10), ORU_WAIT_FAILED);
+    EXPECT_EQ(multiple(1, nullptr, 0, 10), ORU_WAIT_FAILED);
+    EXPECT_EQ(multiple(1, handles + 1, 0, 10), ORU_WAIT_FAILED) << "a bad handle";
+}
+
+TEST(Interlocked, CountsAndExchanges) {
+    int32_t word = INT32_MAX;
+    EXPECT_EQ(oruInterlockedIncrement(&word), INT32_MIN);
+    EXPECT_EQ(oruInterlockedDecrement(&word), INT32_MAX);
+    EXPECT_EQ(oruInterlockedExchange(&word, -1), INT32_MAX);
+    EXPECT_EQ(oruInterlockedIncrement(&word), 0);
+    EXPECT_EQ(oruInterlockedExchange(&word, 7), 0);
+    EXPECT_EQ(word, 7);
+    for (const auto& call :
+         {+[] { oruInterlockedIncrement(nullptr); }, +[] { oruInterlockedDecrement(nullptr); },
+          +[] { oruInterlockedExchange(nullptr, 1); }}) {
+        EXPECT_EQ(noted_by(call), static_cast<uint32_t>(EINVAL));
+    }
+}
+
+struct Waiter {
+    const Handle* handle;
+    int mode;  // 0 without limit, 1 with a long time-out, 2 through the multiple wait
+    bool destroyed = false;
+};
+
+struct MarksDestruction {
+    ~MarksDestruction() { waiter->destroyed = true; }
+    Waiter* waiter;
+};
+
+void* wait_until_cancelled(void* parameter) {
+    auto* waiter = static_cast<Waiter*>(parameter);
+    const MarksDestruction mark{waiter};
+    for (;;) {
+        if (waiter->mode == 2) {
+            const oruHandle handles[] = {waiter->handle->get()};
+            oruWaitForMultipleObjects(1, handles, 0, ORU_INFINITE);
+        } else {
+            wait_for(*waiter->handle, waiter->mode == 1 ? 1'000'000 : ORU_INFINITE);
+        }
+    }
+}
+
+TEST_F(Wait, CancellationLeavesNothingLocked) {
+    const Handle event = make_event();
+    const Handle mutex = make_mutex(1);
+    for (const Handle* handle : {&event, &mutex}) {
+        for (int round = 0; round < 60; ++round) {
+            Waiter waiter{handle, round % 3};
+            pthread_t thread;
+            ASSERT_EQ(pthread_create(&thread, nullptr, wait_until_cancelled, &waiter), 0);
+            for (int turn = 0; turn < round; ++turn) {
+                sched_yield();  // cancelled before, while and after it goes to sleep
+            }
+            pthread_cancel(thread);
+            void* result = nullptr;
+            pthread_join(thread, &result);
+            EXPECT_EQ(result, PTHREAD_CANCELED);
+#if defined(__GLIBC__)
+            EXPECT_TRUE(waiter.destroyed);
+#endif
+            EXPECT_EQ(pthread_mutex_trylock(&(*handle)->mutex), 0);
+            pthread_mutex_unlock(&(*handle)->mutex);
+        }
+    }
+    EXPECT_EQ(oruReleaseMutex(mutex.get()), 1);
+}
+
+}  // namespace
