@@ -31,6 +31,27 @@ private:
     int saved_;
 };
 
+// Puts the cancellation of this thread off for a scope, so that owners in it are enough: where nothing
+// can be cancelled, every destructor runs.
+class CancellationOff {
+public:
+    CancellationOff() noexcept { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &former_); }
+    ~CancellationOff() { pthread_setcancelstate(former_, nullptr); }
+    CancellationOff(const CancellationOff&) = delete;
+    CancellationOff& operator=(const CancellationOff&) = delete;
+
+private:
+    int former_ = PTHREAD_CANCEL_ENABLE;
+};
+
+// The scope of a release call: errno stays, and a pending cancellation waits until after it. close and its
+// like are cancellation points, and a cancellation that acts inside a destructor ends the process on
+// systems that unwind.
+class ReleaseScope {
+    ErrnoKeeper errno_;
+    CancellationOff cancellation_;
+};
+
 // Owns a descriptor.
 class FileDescriptor {
 public:
@@ -51,12 +72,15 @@ public:
     void reset(int descriptor = -1) noexcept {
         const int old = std::exchange(descriptor_, descriptor);
         if (old >= 0) {
-            ErrnoKeeper keeper;
+            ReleaseScope scope;
             ::close(old);
         }
     }
     // Closes now and tells whether that succeeded; a descriptor is gone either way.
-    bool close() noexcept { return ::close(release()) == 0; }
+    bool close() noexcept {
+        CancellationOff uncancelled;
+        return ::close(release()) == 0;
+    }
 
 private:
     int descriptor_ = -1;
@@ -67,7 +91,7 @@ template <auto release>
 struct Releaser {
     template <typename T>
     void operator()(T* resource) const noexcept {
-        ErrnoKeeper keeper;
+        ReleaseScope scope;
         release(resource);
     }
 };
@@ -86,7 +110,7 @@ public:
     Converter(const char* to, const char* from) noexcept : descriptor_(iconv_open(to, from)) {}
     ~Converter() {
         if (*this) {
-            ErrnoKeeper keeper;
+            ReleaseScope scope;
             iconv_close(descriptor_);
         }
     }
@@ -127,19 +151,6 @@ public:
 private:
     pthread_mutex_t& mutex_;
     bool held_;
-};
-
-// Puts the cancellation of this thread off for a scope, so that owners in it are enough: where nothing
-// can be cancelled, every destructor runs.
-class CancellationOff {
-public:
-    CancellationOff() noexcept { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &former_); }
-    ~CancellationOff() { pthread_setcancelstate(former_, nullptr); }
-    CancellationOff(const CancellationOff&) = delete;
-    CancellationOff& operator=(const CancellationOff&) = delete;
-
-private:
-    int former_ = PTHREAD_CANCEL_ENABLE;
 };
 
 }  // namespace velora_com::qel::support
