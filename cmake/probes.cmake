@@ -10,6 +10,10 @@ check_symbol_exists(pipe2 unistd.h VLRCOMN_HAVE_PIPE2)
 check_symbol_exists(timegm time.h VLRCOMN_HAVE_TIMEGM)
 check_symbol_exists(posix_memalign stdlib.h VLRCOMN_HAVE_POSIX_MEMALIGN)
 check_symbol_exists(mkostemp stdlib.h VLRCOMN_HAVE_MKOSTEMP)
+# The C library's handler of failed assertions; hidden by NDEBUG.
+list(APPEND CMAKE_REQUIRED_DEFINITIONS -UNDEBUG)
+check_symbol_exists(__assert_fail assert.h VLRCOMN_HAVE_ASSERT_FAIL)
+check_symbol_exists(__assert_rtn assert.h VLRCOMN_HAVE_ASSERT_RTN)
 unset(CMAKE_REQUIRED_DEFINITIONS)
 
 configure_file(${CMAKE_CURRENT_LIST_DIR}/config.h.in
