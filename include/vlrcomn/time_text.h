@@ -33,30 +33,30 @@ extern "C" {
 /**
  * Converts wide text to UTF-8; see the head of this file for the encoding and for faults.
  *
- * @param wide Terminated text.
- * @param utf8 Receives the text, terminated. Must not overlap @p wide. Bytes behind the terminator stay
- *             as they were.
- * @param size Size of @p utf8 in bytes, not changed. It must allow for six bytes for each character
- *             and a terminator, whatever the characters are: 19 for three characters. Sizes above
- *             INT32_MAX count as negative and so as too small.
+ * @param wide   Terminated text.
+ * @param narrow Receives the text, terminated. Must not overlap @p wide. Bytes behind the terminator
+ *               stay as they were.
+ * @param size   Size of @p narrow in bytes, not changed. It must allow for six bytes for each character
+ *               and a terminator, whatever the characters are: 19 for three characters. Sizes above
+ *               INT32_MAX count as negative and so as too small.
  * @return #ORU_SUCCESS; #ORU_FAILURE, with nothing written, when an argument is null or the size is too
  *         small.
  */
-VLRCOMN_API uint32_t orumcomn_unicode_to_utf8(const wchar_t* wide, char* utf8,
+VLRCOMN_API uint32_t orumcomn_unicode_to_utf8(const wchar_t* wide, char* narrow,
                                               const uint32_t* size);
 
 /**
  * Converts UTF-8 to wide text; see the head of this file for the encoding and for faults.
  *
- * @param utf8 Terminated text.
- * @param wide Receives the text, terminated. Must not overlap @p utf8. Characters behind the terminator
- *             stay as they were.
- * @param size Size of @p wide in wide characters, not changed. It must allow for one character for
- *             each byte of @p utf8 and a terminator, whatever the bytes are.
+ * @param narrow Terminated text.
+ * @param wide   Receives the text, terminated. Must not overlap @p narrow. Characters behind the
+ *               terminator stay as they were.
+ * @param size   Size of @p wide in wide characters, not changed. It must allow for one character for
+ *               each byte of @p narrow and a terminator, whatever the bytes are.
  * @return #ORU_SUCCESS; #ORU_FAILURE, with nothing written, when an argument is null or the size is too
  *         small.
  */
-VLRCOMN_API uint32_t orumcomn_utf8_to_unicode(const char* utf8, wchar_t* wide,
+VLRCOMN_API uint32_t orumcomn_utf8_to_unicode(const char* narrow, wchar_t* wide,
                                               const uint32_t* size);
 
 /**

@@ -1,0 +1,5 @@
+#include "vlrcomn/system.h"
+
+int oruTranslateMessage(const void*) {
+    return 1;
+}

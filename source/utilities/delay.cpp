@@ -1,0 +1,3 @@
+#include "vlrcomn/time_text.h"
+
+void orumcomn_delay(int32_t) {}

@@ -1,0 +1,92 @@
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <cwchar>
+#include <optional>
+#include <string>
+
+#include "support/boundary.h"
+#include "support/owners.h"
+#include "vlrcomn/time_text.h"
+
+using namespace velora_com::qel;
+
+namespace {
+
+// The current time, broken down by gmtime_r or localtime_r. The latter may open a zone file, which a
+// cancelled thread would leave open.
+template <typename BreakDown>
+std::optional<std::tm> now(BreakDown break_down) {
+    const support::CancellationOff no_cancellation;
+    const time_t seconds = std::time(nullptr);
+    std::tm time = {};
+    if (break_down(&seconds, &time) == nullptr) {
+        return std::nullopt;
+    }
+    return time;
+}
+
+void write_digits(const std::optional<std::tm>& time, char* text, size_t size) {
+    if (time) {
+        std::snprintf(text, size, "%04d%02d%02d%02d%02d%02d", time->tm_year + 1900,
+                      time->tm_mon + 1, time->tm_mday, time->tm_hour, time->tm_min, time->tm_sec);
+    }
+}
+
+void write_digits(const std::optional<std::tm>& time, wchar_t* text, size_t size) {
+    char digits[32] = {};
+    write_digits(time, digits, sizeof digits);
+    wchar_t wide[sizeof digits] = {};
+    std::copy(std::begin(digits), std::end(digits), wide);
+    if (time) {
+        std::wcsncpy(text, wide, size);
+    }
+}
+
+template <typename Character, typename BreakDown>
+void write_stamp(BreakDown break_down, Character* text, size_t size) {
+    if (text != nullptr && size != 0) {
+        write_digits(now(break_down), text, size);
+    }
+}
+
+}  // namespace
+
+void orumcomn_CreateGmtTimeStampA(char* text, uint32_t size) {
+    write_stamp(gmtime_r, text, size);
+}
+
+void orumcomn_CreateGmtTimeStampW(wchar_t* text, uint32_t size) {
+    write_stamp(gmtime_r, text, size);
+}
+
+void orumcomn_CreateLocalTimeStampA(char* text, uint32_t size) {
+    write_stamp(localtime_r, text, size);
+}
+
+void orumcomn_CreateLocalTimeStampW(wchar_t* text, uint32_t size) {
+    write_stamp(localtime_r, text, size);
+}
+
+namespace velora_com::qel {
+
+std::string orumcomn_get_time_stamp_ansi() {
+    std::optional<std::tm> time;
+    {
+        const support::CancellationOff no_cancellation;
+        const support::MutexGuard lock(mutex);
+        time = now(localtime_r);
+    }
+    char text[80] = {};
+    if (time) {
+        std::snprintf(text, sizeof text, "%4d-%02d-%02d %02d:%02d:%02d", time->tm_year + 1900,
+                      time->tm_mon + 1, time->tm_mday, time->tm_hour, time->tm_min, time->tm_sec);
+    }
+    return support::or_failure(std::string(), [&] { return std::string(text); });
+}
+
+std::wstring orumcomn_get_time_stamp_wide() {
+    return orumcomn_ansi_to_wide(orumcomn_get_time_stamp_ansi());
+}
+
+}  // namespace velora_com::qel

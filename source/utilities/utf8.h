@@ -1,0 +1,30 @@
+// UTF-8 and wide text, one into the other, without iconv.
+//
+// The contract of the public conversions is worded through iconv, but opening a converter costs many
+// times what a short text does, an open one is bound to one thread at a time, and C libraries disagree
+// about faulty text. These functions give what glibc's iconv gives between its "UTF-8" and its wide
+// encodings, on every host and for every input; tests/text and fuzz/text hold the two against each other.
+//
+// A code has one to six bytes (RFC 2279, up to 0x7FFFFFFF). Conversion stops at the end of the input or
+// before the first fault: a surrogate, a code above 0x7FFFFFFF, a byte out of place or an overlong form.
+#pragma once
+
+#include <cstddef>
+
+namespace velora_com::qel::utf8 {
+
+// The most bytes that one wide character becomes.
+constexpr size_t max_bytes_per_character = 6;
+
+// Bytes that encode() writes at most for this text, exact when it has no fault.
+size_t encoded_size(const wchar_t* text, size_t length) noexcept;
+
+// Wide characters that decode() writes at most for this text, exact when it has no fault.
+size_t decoded_size(const char* text, size_t length) noexcept;
+
+// Convert `length` characters or bytes to `out`, which has room for the size above, without a
+// terminator. Return the end of what was written.
+char* encode(const wchar_t* text, size_t length, char* out) noexcept;
+wchar_t* decode(const char* text, size_t length, wchar_t* out) noexcept;
+
+}  // namespace velora_com::qel::utf8
