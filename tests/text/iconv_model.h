@@ -1,0 +1,47 @@
+// The public conversions as the contract words them: a work buffer, a copy of the input, iconv.
+#pragma once
+
+#include <iconv.h>
+
+#include <cstring>
+#include <string>
+
+#include "platform/platform.h"
+#include "support/owners.h"
+#include "vlrcomn/time_text.h"
+
+namespace iconv_model {
+
+// Converts until the input ends or faults; what has been written then is the result.
+inline std::string convert(iconv_t converter, std::string input, size_t output_size) {
+    iconv(converter, nullptr, nullptr, nullptr, nullptr);
+    std::string output(output_size, '\0');
+    char* in = input.data();
+    size_t in_left = input.size();
+    char* out = output.data();
+    size_t out_left = output.size();
+    iconv(converter, &in, &in_left, &out, &out_left);
+    output.resize(output.size() - out_left);
+    return output;
+}
+
+// Texts end at their first zero, as C texts do.
+inline std::string unicode_to_utf8(const std::wstring& text) {
+    static const velora_com::qel::support::Converter converter(
+        "UTF8", velora_com::qel::platform::native_wide_encoding());
+    const std::wstring input(text.c_str());
+    const std::string bytes(reinterpret_cast<const char*>(input.data()), 4 * input.size());
+    return convert(converter.get(), bytes, 6 * input.size());
+}
+
+inline std::wstring utf8_to_unicode(const std::string& text) {
+    static const velora_com::qel::support::Converter converter(
+        velora_com::qel::isBigEndian() ? "UCS-4BE" : "UCS-4LE", "UTF8");
+    const std::string input(text.c_str());
+    const std::string bytes = convert(converter.get(), input, 4 * (input.size() + 1));
+    std::wstring output(bytes.size() / 4, L'\0');
+    std::memcpy(output.data(), bytes.data(), bytes.size());
+    return output;
+}
+
+}  // namespace iconv_model
