@@ -1,6 +1,7 @@
 // Numbers and text, text in the locale's encoding, the tokenizer.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <clocale>
 #include <cstring>
@@ -82,7 +83,7 @@ protected:
     void TearDown() override { std::setlocale(LC_CTYPE, "C"); }
 };
 INSTANTIATE_TEST_SUITE_P(Locales, LocaleText, testing::Values("C", "C.UTF-8"),
-                         [](const auto& info) { return info.index == 0 ? "C" : "Utf8"; });
+                         [](const auto& locale) { return locale.index == 0 ? "C" : "Utf8"; });
 
 TEST_P(LocaleText, LimitsAreThoseOfTheDestination) {
     for (const size_t limit : {size_t{0}, size_t{3}, size_t{5}, size_t{6}, size_t{9}}) {

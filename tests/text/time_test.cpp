@@ -4,6 +4,7 @@
 #include <atomic>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <functional>
 #include <optional>
@@ -135,7 +136,7 @@ TEST(ZoneName, IsCutAtSixtyThreeBytes) {
 
 // Runs `stamp` until the second does not change meanwhile; returns it and what strftime says.
 template <typename Text>
-void expect_stamp(const std::function<Text()>& stamp, const char* format,
+void expect_stamp(const std::function<Text()>& stamp, bool dashed,
                   std::tm* (*break_down)(const time_t*, std::tm*)) {
     Text text;
     time_t before, after;
@@ -146,7 +147,8 @@ void expect_stamp(const std::function<Text()>& stamp, const char* format,
     } while (before != after);
     std::tm time;
     char expected[64];
-    std::strftime(expected, sizeof expected, format, break_down(&before, &time));
+    break_down(&before, &time);
+    std::strftime(expected, sizeof expected, dashed ? "%Y-%m-%d %H:%M:%S" : "%Y%m%d%H%M%S", &time);
     EXPECT_EQ(text, Text(expected, expected + std::strlen(expected)));
 }
 
@@ -159,15 +161,20 @@ std::basic_string<Character> stamped(void (*create)(Character*, uint32_t), uint3
 
 TEST(TimeStamps, TellLocalTimeAndUtc) {
     const TimeZone zone("XYZ-5:30");
-    expect_stamp<std::string>(orumcomn_get_time_stamp_ansi, "%Y-%m-%d %H:%M:%S", localtime_r);
-    expect_stamp<std::wstring>(orumcomn_get_time_stamp_wide, "%Y-%m-%d %H:%M:%S", localtime_r);
+    expect_stamp<std::string>(orumcomn_get_time_stamp_ansi, true, localtime_r);
+    expect_stamp<std::wstring>(orumcomn_get_time_stamp_wide, true, localtime_r);
     const auto digits = [](auto create) {
-        return [create] { return stamped(create, 20).c_str(); };
+        return [create] {
+            const auto text = stamped(create, 20);
+            EXPECT_EQ(text[14], 0);
+            return text.substr(0, 14);
+        };
     };
-    expect_stamp<std::string>(digits(orumcomn_CreateGmtTimeStampA), "%Y%m%d%H%M%S", gmtime_r);
-    expect_stamp<std::wstring>(digits(orumcomn_CreateGmtTimeStampW), "%Y%m%d%H%M%S", gmtime_r);
-    expect_stamp<std::string>(digits(orumcomn_CreateLocalTimeStampA), "%Y%m%d%H%M%S", localtime_r);
-    expect_stamp<std::wstring>(digits(orumcomn_CreateLocalTimeStampW), "%Y%m%d%H%M%S", localtime_r);
+};
+expect_stamp<std::string>(digits(orumcomn_CreateGmtTimeStampA), false, gmtime_r);
+expect_stamp<std::wstring>(digits(orumcomn_CreateGmtTimeStampW), false, gmtime_r);
+expect_stamp<std::string>(digits(orumcomn_CreateLocalTimeStampA), false, localtime_r);
+expect_stamp<std::wstring>(digits(orumcomn_CreateLocalTimeStampW), false, localtime_r);
 }
 
 TEST(TimeStamps, KeepToTheBuffer) {
