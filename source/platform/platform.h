@@ -24,10 +24,11 @@ namespace velora_com::qel::platform {
 
 // --- Processor -----------------------------------------------------------------------------------
 
-// Number of processors that the system runs on.
+// Number of processors that are online, whatever this process may use of them.
 std::optional<int32_t> processor_count();
 
-// Nominal clock of the processor in Hz.
+// Clock of the processor in Hz; of several, the fastest listed. On Linux it is what the kernel states
+// at this moment, which follows frequency scaling.
 std::optional<uint64_t> processor_clock_hz();
 
 // System architecture as the Gestalt manager numbers it: 2 PowerPC, 10 Intel.
@@ -55,6 +56,7 @@ std::optional<FreePages> free_pages();
 
 // --- File systems --------------------------------------------------------------------------------
 
+// Figures that do not fit are given in larger blocks, up to 1 MiB, and cut from 2 PiB on.
 struct MountedFileSystem {
     std::string mount_point;
     int32_t block_size;   // in bytes
@@ -63,9 +65,10 @@ struct MountedFileSystem {
     bool local;           // the other figures of a file system that is not local are 0
 };
 
-// The mounted file systems in the system's order; empty when they cannot be listed. A server that
-// does not answer never holds this call up on Linux: a network file system is known by its type in
-// the mount table and is not asked.
+// The mounted file systems in the system's order; empty when they cannot be listed. On Linux no server
+// that stays silent holds this call up: a network file system is known by its type in the mount table
+// and is not asked, nor is one mounted below it or served by a user's program; they are not local.
+// There a file system mounted in several places stands at the first of them only.
 std::vector<MountedFileSystem> mounted_file_systems();
 
 struct AvailableSpace {
@@ -77,8 +80,8 @@ struct AvailableSpace {
 std::optional<AvailableSpace> available_space(const char* path);
 
 // Copies everything from the current position of `source` to its end to the current position of
-// `destination`, by the kernel's own copy where there is one. `source` is a regular file; both
-// positions are undefined afterwards. False with errno set when a read or write fails.
+// `destination`, by the kernel's own copy where there is one. Both positions are undefined afterwards.
+// False with errno set when a read or write fails.
 bool copy_contents(int source, int destination);
 
 // --- Operating system ----------------------------------------------------------------------------
@@ -93,16 +96,19 @@ constexpr size_t max_property_string = 255;
 // Reads `document` as an XML property list and looks `keys` up in its top-level dictionary. Nothing
 // when the document is no property list or its top level is no dictionary; otherwise one answer for
 // each key, empty when the key is missing, its value is no string, or the string is longer than
-// max_property_string.
+// max_property_string. Of equal keys the last counts. On Linux a document with declarations of its own
+// or with more than 10,000 levels is no property list, nor is any document on a host without Expat.
 std::optional<std::vector<std::optional<std::string>>> property_list_strings(
     std::string_view document, const std::vector<std::string_view>& keys);
 
 // When the system started, in seconds since 1970-01-01 UTC.
 std::optional<int64_t> boot_time();
 
-// Runs `command` with the shell and returns at most `max_bytes` of its output, from one read. Nothing
-// when the shell cannot be started. The library's own descriptors stay closed in the child, which
-// starts with the default handling of SIGPIPE.
+// Runs `command` with the shell, waits for its end and returns at most `max_bytes` of its output, from
+// one read; a command that writes more ends by SIGPIPE. Nothing when no process can be started; a
+// shell that cannot be executed leaves the output empty. The library's own descriptors stay closed in
+// the child, which starts with the default handling of SIGPIPE. Cancelling the thread takes effect
+// after the call.
 std::optional<std::string> run_command(const char* command, size_t max_bytes);
 
 // The name by which iconv knows wchar_t text in the machine's own byte order.

@@ -3,7 +3,6 @@
 #include <mntent.h>
 
 #include <algorithm>
-#include <limits>
 
 namespace velora_com::qel::platform {
 
@@ -49,20 +48,6 @@ bool lies_in_waiting_mount(const std::vector<MountEntry>& table, std::string_vie
                path.substr(0, outer.size()) == outer &&
                (path.size() == outer.size() || path[outer.size()] == '/');
     });
-}
-
-void set_block_counts(MountedFileSystem& file_system, uint64_t block_size, uint64_t blocks,
-                      uint64_t free_blocks) {
-    constexpr uint64_t most = std::numeric_limits<int32_t>::max();
-    constexpr uint64_t largest_block = uint64_t{1} << 20;
-    while (std::max(blocks, free_blocks) > most && block_size * 2 <= largest_block) {
-        block_size *= 2;
-        blocks /= 2;
-        free_blocks /= 2;
-    }
-    file_system.block_size = static_cast<int32_t>(std::min(block_size, most));
-    file_system.blocks = static_cast<int32_t>(std::min(blocks, most));
-    file_system.free_blocks = static_cast<int32_t>(std::min(free_blocks, most));
 }
 
 }  // namespace velora_com::qel::platform

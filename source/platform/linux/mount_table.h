@@ -1,13 +1,10 @@
 // The kernel's mount table, and what is decided from it before any file system is asked.
 #pragma once
 
-#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/platform.h"
 
 namespace velora_com::qel::platform {
 
@@ -26,10 +23,5 @@ bool may_wait(std::string_view type);
 // Whether looking `path` up may lead through a file system that may wait. The root does not count:
 // nothing runs on a machine whose root waits.
 bool lies_in_waiting_mount(const std::vector<MountEntry>& table, std::string_view path);
-
-// Sets the block size and the counts of `file_system`. Counts beyond 31 bits are expressed in
-// larger blocks, up to 1 MiB, and cut at the end of their range from there (2 PiB) on.
-void set_block_counts(MountedFileSystem& file_system, uint64_t block_size, uint64_t blocks,
-                      uint64_t free_blocks);
 
 }  // namespace velora_com::qel::platform

@@ -7,6 +7,7 @@
 
 #include "platform/linux/mount_table.h"
 #include "platform/platform.h"
+#include "platform/posix/block_counts.h"
 #include "support/owners.h"
 
 namespace velora_com::qel::platform {

@@ -1,0 +1,37 @@
+#include <CoreServices/CoreServices.h>
+
+#include "platform/macosx/sysctl_value.h"
+#include "platform/platform.h"
+
+namespace velora_com::qel::platform {
+
+namespace {
+
+std::optional<int32_t> gestalt(OSType selector) {
+    SInt32 answer = 0;
+    if (Gestalt(selector, &answer) != noErr) {
+        return std::nullopt;
+    }
+    return static_cast<int32_t>(answer);
+}
+
+}  // namespace
+
+std::optional<int32_t> processor_count() {
+    return sysctl_value<int32_t>(CTL_HW, HW_NCPU);
+}
+
+std::optional<uint64_t> processor_clock_hz() {
+    // The manager's answers are signed by type only: clocks above 2^31 Hz fill the sign bit.
+    const auto hertz = gestalt(gestaltProcClkSpeed);
+    return hertz ? std::optional<uint64_t>(static_cast<uint32_t>(*hertz)) : std::nullopt;
+}
+
+std::optional<int32_t> architecture_code() {
+    return gestalt(gestaltSysArchitecture);
+}
+std::optional<int32_t> processor_type_code() {
+    return gestalt(gestaltNativeCPUtype);
+}
+
+}  // namespace velora_com::qel::platform
