@@ -14,6 +14,7 @@ check_symbol_exists(mkostemp stdlib.h VLRCOMN_HAVE_MKOSTEMP)
 list(APPEND CMAKE_REQUIRED_DEFINITIONS -UNDEBUG)
 check_symbol_exists(__assert_fail assert.h VLRCOMN_HAVE_ASSERT_FAIL)
 check_symbol_exists(__assert_rtn assert.h VLRCOMN_HAVE_ASSERT_RTN)
+check_symbol_exists(ifr_ifindex net/if.h VLRCOMN_HAVE_SIOCGIFINDEX)  # the question and its answer, of Linux
 unset(CMAKE_REQUIRED_DEFINITIONS)
 
 configure_file(${CMAKE_CURRENT_LIST_DIR}/config.h.in

@@ -1,0 +1,149 @@
+// Filling the table of interfaces: one snapshot, walked twice, once for the link-layer entries and once
+// for the addresses.
+#include <net/if.h>
+#include <netinet/in.h>
+
+#include <cstring>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "network/interface_index.h"
+#include "network/ipv6_groups.h"
+#include "network/link_layer.h"
+#include "network/numeric_text.h"
+#include "network/socket.h"
+#include "support/boundary.h"
+#include "vlrcomn/net_interface.h"
+
+namespace velora_com::qel {
+namespace {
+
+struct Link {
+    std::string mac;
+    uint32_t index = 0;  // 0 until asked for
+};
+
+// By name; the first link-layer entry of a name counts. The names are those of the snapshot.
+using Links = std::unordered_map<std::string_view, Link>;
+
+Links link_layer_entries(const ifaddrs* snapshot) {
+    Links links;
+    for (const ifaddrs* entry = snapshot; entry != nullptr; entry = entry->ifa_next) {
+        if (const auto address = platform::link_layer_address(*entry)) {
+            links.try_emplace(entry->ifa_name, Link{network::mac_text(*address)});
+        }
+    }
+    return links;
+}
+
+// Whether the system can open a socket of a family. An address is only reported when it can at the time of
+// its turn; a socket that was opened once stays open until the walk ends, which answers for the other
+// addresses of its family as well, while a failure is never remembered.
+class FamilyProbe {
+public:
+    // An open datagram socket of the family (AF_INET or AF_INET6), or -1.
+    int socket(int family) {
+        support::FileDescriptor& held = family == AF_INET ? ipv4_ : ipv6_;
+        if (!held) {
+            held = network::open_socket(family, SOCK_DGRAM, 0);
+        }
+        return held.get();
+    }
+
+private:
+    support::FileDescriptor ipv4_;
+    support::FileDescriptor ipv6_;
+};
+
+bool is_wanted(const ifaddrs& entry, bool include_loopback) {
+    if (entry.ifa_addr == nullptr || (entry.ifa_flags & IFF_UP) == 0) {
+        return false;
+    }
+    if ((entry.ifa_flags & IFF_LOOPBACK) != 0 && !include_loopback) {
+        return false;
+    }
+    return entry.ifa_addr->sa_family == AF_INET || entry.ifa_addr->sa_family == AF_INET6;
+}
+
+// The address without its scope. The scope's name would be looked up only to be cut off again.
+sockaddr_storage unscoped(const ifaddrs& entry) {
+    sockaddr_storage address = network::whole_address(*entry.ifa_addr, entry.ifa_addr->sa_family);
+    if (address.ss_family == AF_INET6) {
+        reinterpret_cast<sockaddr_in6&>(address).sin6_scope_id = 0;
+    }
+    return address;
+}
+
+// The record of one address. False when its address or its mask has no text.
+bool describe(const ifaddrs& entry, IPAddress& record) {
+    if (entry.ifa_netmask == nullptr) {
+        return false;
+    }
+    const int family = entry.ifa_addr->sa_family;
+    const sockaddr_storage whole = unscoped(entry);
+    const sockaddr_storage whole_mask = network::whole_address(*entry.ifa_netmask, family);
+    std::string address = network::numeric_text(whole);
+    std::string mask = network::numeric_text(whole_mask);
+    if (address.empty() || mask.empty()) {
+        return false;
+    }
+    std::string subnet;
+    if (family == AF_INET6) {
+        address = network::expand_ipv6(std::move(address));
+        mask = network::expand_ipv6(std::move(mask));
+        subnet = network::ipv6_subnet(address, mask);
+    } else {
+        subnet = network::ipv4_subnet_text(whole, whole_mask);
+    }
+    record.setOption(IP_ADDRESS, std::move(address));
+    record.setOption(IP_FAMILY, static_cast<unsigned int>(family));
+    record.setOption(IP_SUBNETMASK, std::move(mask));
+    record.setOption(IP_SUBNETADDR, std::move(subnet));
+    return true;
+}
+
+}  // namespace
+
+int NetInterfaceList::initialize() {
+    return support::or_failure(0, [this] {
+        const support::CancellationOff uncancelled;
+        const support::InterfaceAddresses snapshot = network::address_snapshot();
+        Links links = link_layer_entries(snapshot.get());
+        FamilyProbe probe;
+        std::map<uint32_t, NetInterface> filled = interfaces_;
+        int added = 0;
+        for (const ifaddrs* entry = snapshot.get(); entry != nullptr; entry = entry->ifa_next) {
+            if (!is_wanted(*entry, include_loopback_)) {
+                continue;
+            }
+            const auto link = links.find(entry->ifa_name);
+            const int socket = probe.socket(entry->ifa_addr->sa_family);
+            if (link == links.end() || socket == -1) {
+                continue;
+            }
+            uint32_t& index = link->second.index;
+            if (index == 0) {
+                index = network::interface_index(entry->ifa_name, socket);
+            }
+            IPAddress record;
+            if (index == 0 || !describe(*entry, record)) {
+                continue;
+            }
+            NetInterface& interface = filled[index];
+            interface.index_ = index;
+            interface.index_name_ = entry->ifa_name;
+            interface.mac_address_ = link->second.mac;
+            interface.addresses_.push_back(std::move(record));
+            added = 1;
+        }
+        interfaces_.swap(filled);
+        return added;
+    });
+}
+
+int getNetInterfacesList(NetInterfaceList& list) {
+    return list.initialize() != 0 ? 1 : 0;
+}
+
+}  // namespace velora_com::qel
