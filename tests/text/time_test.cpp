@@ -170,11 +170,10 @@ TEST(TimeStamps, TellLocalTimeAndUtc) {
             return text.substr(0, 14);
         };
     };
-};
-expect_stamp<std::string>(digits(orumcomn_CreateGmtTimeStampA), false, gmtime_r);
-expect_stamp<std::wstring>(digits(orumcomn_CreateGmtTimeStampW), false, gmtime_r);
-expect_stamp<std::string>(digits(orumcomn_CreateLocalTimeStampA), false, localtime_r);
-expect_stamp<std::wstring>(digits(orumcomn_CreateLocalTimeStampW), false, localtime_r);
+    expect_stamp<std::string>(digits(orumcomn_CreateGmtTimeStampA), false, gmtime_r);
+    expect_stamp<std::wstring>(digits(orumcomn_CreateGmtTimeStampW), false, gmtime_r);
+    expect_stamp<std::string>(digits(orumcomn_CreateLocalTimeStampA), false, localtime_r);
+    expect_stamp<std::wstring>(digits(orumcomn_CreateLocalTimeStampW), false, localtime_r);
 }
 
 TEST(TimeStamps, KeepToTheBuffer) {
@@ -242,7 +241,7 @@ TEST(TextFunctions, ReturnEmptyTextWhenMemoryRunsOut) {
     const std::string narrow(100, 'a');
     const std::wstring wide(100, L'a');
     const auto without_memory = [](const auto& call) {
-        fault_injection::FailNth failure(1);
+        fault_injection::FailNth failure(1, "malloc");
         const bool empty = call().empty();
         failure.disarm();
         return empty && failure.fired() != nullptr;
