@@ -107,12 +107,12 @@ VLRCOMN_API uint32_t orumcomn_get_disk_free_spaceA(const char* path, uint64_t* f
  *
  * Kept for the content that relies on it:
  * - Bounds start as 0:0:0 and 65535:-1:65535 once for the whole list. A part that an entry leaves
- * out, or that is no number, keeps the value from the entry read before.
+ *   out, or that is no number, keeps the value from the entry read before.
  * - A version counts as major x 2^48 + minor x 2^16 + build, modulo 2^64 and unsigned: builds of
- * 65536 and more reach into the minor.
+ *   65536 and more reach into the minor.
  * - Numbers are read as scanf's "%d" reads them, with white space and a sign before; past 32 bits
- * they saturate. A range that begins with "-" has a negative lower major, and what follows that "-"
- * is also its upper bound.
+ *   they saturate. A range that begins with "-" has a negative lower major, and what follows that
+ *   "-" is also its upper bound.
  * - A platform without version has the version 0.
  *
  * @param platform description of this machine

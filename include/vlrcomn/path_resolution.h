@@ -26,11 +26,11 @@ namespace velora_com::qel {
  *
  * What callers should know:
  * - Doubled slashes stay, and ".." takes away the empty piece between them ("/a//../b" is "/a/b").
- * - One slash at the end of the input is dropped. "/" alone therefore counts as relative and gives
- * the base followed by a slash; "/a/.." gives the empty text, successfully.
+ * - One slash at the end of the input is dropped. "/" alone therefore counts as relative, and like
+ *   the empty text gives the base followed by a slash; "/a/.." gives the empty text, successfully.
  * - ".." above the root fails.
  * - When the working directory cannot be read (or has a path over 1023 bytes) a relative path is
- * taken against the root.
+ *   taken against the root.
  */
 class VLRCOMN_API FileNameFlattener {
 public:

@@ -1,19 +1,11 @@
 #include <cstring>
+#include <utility>
 
+#include "support/ascii.h"
 #include "support/boundary.h"
 #include "vlrcomn/logged_on_users.h"
 
 namespace velora_com::qel::session {
-
-namespace {
-
-// By hand, since the C library's functions follow the program's locale.
-bool is_alphanumeric(char character) {
-    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
-           (character >= 'a' && character <= 'z');
-}
-
-}  // namespace
 
 void parseFullUserName(const std::wstring& fullName, std::wstring& domain, std::wstring& user) {
     support::contained([&] {
@@ -45,10 +37,10 @@ std::string trimmer(const char* text) {
         return {};
     }
     const char* end = text + std::strlen(text);
-    while (text != end && !is_alphanumeric(*text)) {
+    while (text != end && !support::is_alphanumeric(*text)) {
         ++text;
     }
-    while (end != text && !is_alphanumeric(end[-1])) {
+    while (end != text && !support::is_alphanumeric(end[-1])) {
         --end;
     }
     return support::or_failure(std::string(), [&] { return std::string(text, end); });
@@ -56,9 +48,7 @@ std::string trimmer(const char* text) {
 
 void toLower(std::string& text) {
     for (char& character : text) {
-        if (character >= 'A' && character <= 'Z') {
-            character = static_cast<char>(character - 'A' + 'a');
-        }
+        character = support::to_lower(character);
     }
 }
 

@@ -1,12 +1,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstring>
 #include <utility>
 
 #include "path_text.h"
 #include "support/boundary.h"
+#include "support/interrupted.h"
 #include "vlrcomn/path_resolution.h"
 
 namespace velora_com::qel {
@@ -15,18 +15,8 @@ namespace {
 
 constexpr int max_links = 50;
 
-// Calls again what a signal interrupted, as it may happen on network file systems.
-template <typename Call>
-auto retried(Call call) {
-    auto result = call();
-    while (result < 0 && errno == EINTR) {
-        result = call();
-    }
-    return result;
-}
-
 bool look_at(const std::string& path, struct stat& status) {
-    return retried([&] { return ::lstat(path.c_str(), &status); }) == 0;
+    return support::retry_interrupted([&] { return ::lstat(path.c_str(), &status); }) == 0;
 }
 
 // The folder that holds a flat path, in the form that flatten() takes as a base. The root's is empty:
@@ -42,7 +32,8 @@ std::string_view folder_of(std::string_view path) {
 // Puts what the link `path` points to in its place. A text that fills the buffer may have been cut.
 bool follow(std::string& path) {
     char buffer[paths::buffer_size];
-    const ssize_t size = retried([&] { return ::readlink(path.c_str(), buffer, sizeof buffer); });
+    const ssize_t size =
+        support::retry_interrupted([&] { return ::readlink(path.c_str(), buffer, sizeof buffer); });
     if (size < 0 || static_cast<size_t>(size) >= sizeof buffer) {
         return false;
     }

@@ -1,8 +1,12 @@
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <string_view>
 
+#include "support/ascii.h"
 #include "vlrcomn/agent_identity.h"
+
+using velora_com::qel::support::is_digit;
 
 namespace {
 
@@ -47,15 +51,10 @@ uint64_t pack(const Version& version) {
            extended(version.build);
 }
 
-bool is_digit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 // Reads a number as scanf's "%d" does, white space and sign included, and takes it off the text. It
 // saturates where scanf's result is undefined. False when there is no number.
 bool take_number(std::string_view& text, int32_t& number) {
-    constexpr std::string_view white_space = " \t\n\v\f\r";
-    size_t at = text.find_first_not_of(white_space);
+    size_t at = text.find_first_not_of(velora_com::qel::support::white_space);
     if (at == std::string_view::npos) {
         return false;
     }
@@ -69,8 +68,7 @@ bool take_number(std::string_view& text, int32_t& number) {
     const int64_t limit = std::numeric_limits<int32_t>::max() + int64_t{negative};
     int64_t value = 0;
     for (; at < text.size() && is_digit(text[at]); ++at) {
-        value = value * 10 + (text[at] - '0');
-        value = value < limit ? value : limit;
+        value = std::min(value * 10 + (text[at] - '0'), limit);
     }
     number = static_cast<int32_t>(negative ? -value : value);
     text.remove_prefix(at);

@@ -7,8 +7,14 @@
 namespace {
 
 // The product, its version 4.8.0 with a closing zero, and the platform.
-constexpr std::string_view software_id = "KSVAGENT" "4800" "MACX";
-constexpr wchar_t wide_software_id[] = L"KSVAGENT" L"4800" L"MACX";
+constexpr std::string_view software_id =
+    "KSVAGENT"
+    "4800"
+    "MACX";
+constexpr wchar_t wide_software_id[] =
+    L"KSVAGENT"
+    L"4800"
+    L"MACX";
 
 }  // namespace
 

@@ -1,0 +1,26 @@
+// Characters as the C locale classes them: the C library's functions follow the program's locale, and take
+// no negative char.
+#pragma once
+
+namespace velora_com::qel::support {
+
+constexpr char white_space[] = " \t\n\v\f\r";
+
+constexpr bool is_digit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+constexpr bool is_upper(char character) {
+    return character >= 'A' && character <= 'Z';
+}
+
+constexpr char to_lower(char character) {
+    return is_upper(character) ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+constexpr bool is_alphanumeric(char character) {
+    const char lower = to_lower(character);
+    return is_digit(character) || (lower >= 'a' && lower <= 'z');
+}
+
+}  // namespace velora_com::qel::support
