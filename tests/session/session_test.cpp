@@ -1,0 +1,259 @@
+// The session walk on record files, users and directory answers of the test's own.
+#include <gmock/gmock.h>
+#include <grp.h>
+#include <pwd.h>
+#include <utmpx.h>
+
+#include <cstring>
+#include <fstream>
+#include <map>
+#include <thread>
+
+#include "support/scripted_platform.h"
+#include "vlrcomn/agent_identity.h"
+#include "vlrcomn/logged_on_users.h"
+
+namespace {
+
+// The users of the database, each with the name of the primary group; a null group does not exist.
+const std::map<std::string, const char*> user_groups = {
+    {"Bob", "CORP\\Domain Users"},   {"plain", "staff"},
+    {"nobackslash", "domain users"}, {"lost", nullptr},
+    {"odd", "\\domain users"},       {"erin", "Corp\\EU\\Domain Users"},
+};
+
+}  // namespace
+
+extern "C" {
+int __wrap_getpwnam_r(const char* name, passwd* record, char*, size_t size, passwd** found) {
+    const auto user = user_groups.find(name);
+    *found = user == user_groups.end() || size != 16384 ? nullptr : record;
+    record->pw_gid = static_cast<gid_t>(std::distance(user_groups.begin(), user));
+    return 0;
+}
+
+int __wrap_getgrgid_r(gid_t id, group* record, char* memory, size_t size, group** found) {
+    const char* name = std::next(user_groups.begin(), static_cast<int>(id))->second;
+    *found = name == nullptr || size != 16384 ? nullptr : record;
+    if (name != nullptr) {
+        record->gr_name = std::strcpy(memory, name);
+    }
+    return 0;
+}
+}
+
+namespace velora_com::qel::session {
+namespace {
+
+using platform::script;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class Session : public testing::Test {
+protected:
+    Session() {
+        script() = {};
+        unsetenv("TZ");
+        utmpxname(records_.c_str());
+    }
+    ~Session() override { std::remove(records_.c_str()); }
+
+    // Fields are filled to their ends, without terminator, when the text is long enough.
+    void add(short type, const char* id, const std::string& user, const std::string& line) {
+        utmpx record{};
+        record.ut_type = type;
+        std::strncpy(record.ut_id, id, sizeof record.ut_id);
+        user.copy(record.ut_user, sizeof record.ut_user);
+        line.copy(record.ut_line, sizeof record.ut_line);
+        // What follows the line in the record must not be taken for a part of it.
+        record.ut_exit.e_termination = 0x4141;
+        std::ofstream(records_, std::ios::binary | std::ios::app)
+            .write(reinterpret_cast<const char*>(&record), sizeof record);
+    }
+
+    const std::string records_ = testing::TempDir() + "records." + std::to_string(getpid());
+};
+
+TEST_F(Session, SortsUsersAndWritesEveryRecord) {
+    const std::string long_name(sizeof(utmpx::ut_user), 'L');
+    const std::string long_line(sizeof(utmpx::ut_line), 'l');
+    add(BOOT_TIME, "~~", "reboot", "~");
+    add(USER_PROCESS, "ts/0", "Alice", "pts/0");
+    add(USER_PROCESS, "ts/1", "Alice", "pts/1");
+    add(USER_PROCESS, "ts/2", "Bob", "pts/2");
+    add(USER_PROCESS, "ts/3", "carol", "pts/3");
+    add(USER_PROCESS, "ts/4", "dave", "pts/4");
+    add(DEAD_PROCESS, "ts/5", "gone", "pts/5");
+    add(USER_PROCESS, "abcd", long_name, long_line);
+    add(USER_PROCESS, "x", "$(id)", "pts/6");
+    script().run_command = [](const std::string& command) -> std::optional<std::string> {
+        if (command ==
+            "/usr/bin/dscl /Search read /Users/carol  |  /usr/bin/grep userPrincipalName") {
+            return "userPrincipalName: Carol@Corp.Example\n";
+        }
+        if (command ==
+            "/usr/bin/dscl /Search read /Users/dave  |  /usr/bin/grep "
+            "OriginalAuthenticationAuthority") {
+            return "x: ;Kerberosv5;;dave@EAST.EXAMPLE;EAST;\n";
+        }
+        return std::nullopt;
+    };
+    const std::string low_name(long_name.size(), 'l');
+    const std::set<std::wstring> expected_local = {L"alice", L"$(id)",
+                                                   std::wstring(long_name.size(), L'l')};
+
+    for (const bool network_only : {false, true}) {
+        SCOPED_TRACE(network_only);
+        const auto local_line = [&](const std::string& name) {
+            return network_only ? "" : "Local User Logged on " + name + " \n";
+        };
+        std::set<std::wstring> network = {L"kept"};
+        std::set<std::wstring> local;
+        testing::internal::CaptureStdout();
+        CollectLoggedonUsers(network, local, network_only);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  "Some changes happen in the logon sessions.\n"
+                  "2  ~~  reboot  ~ \n"
+                  "7  ts/0  Alice  pts/0 \n" +
+                      local_line("alice") + "7  ts/1  Alice  pts/1 \n" + local_line("alice") +
+                      "7  ts/2  Bob  pts/2 \n"
+                      "found group struct corp. \n"
+                      "Network User logged on corp\\bob \n"
+                      "7  ts/3  carol  pts/3 \n"
+                      "Network User logged on corp.example\\carol \n"
+                      "7  ts/4  dave  pts/4 \n"
+                      "Network User logged on east.example\\dave \n"
+                      "8  ts/5  gone  pts/5 \n"
+                      "7  abcd  " +
+                      long_name + "  " + long_line + " \n" + local_line(low_name) +
+                      "7  x  $(id)  pts/6 \n" + local_line("$(id)") +
+                      "Coming out from the logon session collections.\n");
+        EXPECT_THAT(network, ElementsAre(L"corp.example\\carol", L"corp\\bob",
+                                         L"east.example\\dave", L"kept"));
+        EXPECT_EQ(local, network_only ? std::set<std::wstring>() : expected_local);
+    }
+    EXPECT_THAT(script().asked, testing::Not(testing::Contains(HasSubstr("id)"))));
+
+    std::wstring network_text;
+    std::wstring local_text = L"as passed";
+    CollectComaSepLoggedonUsers(network_text, local_text, true);
+    EXPECT_EQ(network_text, L"corp.example\\carol,corp\\bob,east.example\\dave");
+    EXPECT_EQ(local_text, L"as passed");
+}
+
+TEST_F(Session, GivesUserNameWithinItsBuffer) {
+    char buffer[64] = "untouched";
+    EXPECT_EQ(orumcomn_get_user_name(nullptr, 64), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_get_user_name(buffer, 2), ORU_FAILURE);
+    EXPECT_STREQ(buffer, "untouched");
+    EXPECT_EQ(orumcomn_get_user_name(buffer, 3), ORU_SUCCESS);
+    EXPECT_STREQ(buffer, "NA");  // there is no record file yet
+
+    add(USER_PROCESS, "1", "plain", "tty1");
+    add(USER_PROCESS, "2", "Bob", "tty2");
+    EXPECT_EQ(orumcomn_get_user_name(buffer, sizeof buffer), ORU_SUCCESS);
+    EXPECT_STREQ(buffer, "corp\\bob,plain");
+}
+
+// Two walks on the one cursor would each see some of the records only.
+TEST_F(Session, CollectionsOnSeveralThreadsSeeEveryRecord) {
+    for (int i = 0; i < 50; ++i) {
+        add(USER_PROCESS, "1", i % 2 == 0 ? "Bob" : "erin", "tty");
+    }
+    std::array<std::string, 3> outputs;
+    testing::internal::CaptureStdout();
+    std::vector<std::thread> threads;
+    std::array<std::set<std::wstring>, 3> users;
+    for (auto& own : users) {
+        threads.emplace_back([&own] {
+            for (int i = 0; i < 20; ++i) {
+                std::set<std::wstring> none;
+                CollectLoggedonUsers(own, none, false);
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+    const std::string output = testing::internal::GetCapturedStdout();
+    size_t records = 0;
+    for (size_t at = output.find("7  1  "); at != std::string::npos;
+         at = output.find("7  1  ", at + 1)) {
+        ++records;
+    }
+    EXPECT_EQ(records, 3u * 20 * 50);
+    for (const auto& own : users) {
+        EXPECT_THAT(own, ElementsAre(L"corp\\bob", L"corp\\erin"));
+    }
+}
+
+TEST_F(Session, FindsDomainInPrimaryGroup) {
+    const struct {
+        const char* user;
+        bool found;
+        const char* domain;
+    } cases[] = {
+        {"Bob", true, "corp"},       {"erin", true, "corp"},           {"odd", true, ""},
+        {"plain", false, "before"},  {"nobackslash", false, "before"}, {"lost", false, "before"},
+        {"unknown", false, "before"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.user);
+        std::string domain = "before";
+        EXPECT_EQ(FindDomainName(c.user, domain), c.found);
+        EXPECT_EQ(domain, c.domain);
+    }
+}
+
+TEST_F(Session, FindsDomainInDirectoryRecord) {
+    constexpr const char upn[] = "userPrincipalName";
+    constexpr const char oaa[] = "OriginalAuthenticationAuthority";
+    const struct {
+        const char* attribute;
+        std::optional<std::string> output;
+        int result;
+        const char* domain;
+    } cases[] = {
+        {upn, "userPrincipalName: u@Corp.Example\n", 1, "corp.example"},
+        {upn, "a@first b@second.\n", 1, "first b@second"},
+        {upn, "no at sign", 0, ""},
+        {upn, "u@ ...\n", 0, ""},
+        {upn, "", 0, "before"},
+        {upn, std::nullopt, 0, "before"},
+        {upn, std::string(1023, '.') + "@late", 0, ""},  // the 1024 bytes end at the "@"
+        {oaa, ";Kerberosv5;;u@EAST.EXAMPLE;rest;\n", 1, "east.example"},
+        {oaa, "u@EAST.EXAMPLE\n", 0, ""},
+        {oaa, "u@;x", 0, ""},
+        {"other", "u@corp;", 0, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.attribute << ' ' << c.output.value_or("nothing"));
+        script().run_command = [&](const std::string&) { return c.output; };
+        std::string domain = "before";
+        EXPECT_EQ(FindDomainNameViaDscl("u", c.attribute, domain), c.result);
+        EXPECT_EQ(domain, c.domain);
+    }
+}
+
+TEST_F(Session, KeepsShellCharactersOutOfCommands) {
+    std::string special = "'\"\\;&|<>()$`*?[]#~=%!{} \x7f";
+    for (char control = 0; control < 0x20; ++control) {
+        special += control;
+    }
+    std::string domain;
+    for (const char character : special) {
+        const std::string text = std::string("u") + character + "x";
+        FindDomainNameViaDscl(text, "userPrincipalName", domain);
+        FindDomainNameViaDscl("u", text, domain);
+    }
+    EXPECT_THAT(script().asked, IsEmpty());
+
+    FindDomainNameViaDscl("j.doe-1_@+,:/^\xc3\xa9", "a", domain);
+    FindDomainNameViaDscl(std::string(300, 'u'), "a", domain);
+    const std::string prefix = "run_command: /usr/bin/dscl /Search read /Users/";
+    EXPECT_THAT(script().asked, ElementsAre(prefix + "j.doe-1_@+,:/^\xc3\xa9  |  /usr/bin/grep a",
+                                            prefix + std::string(255 - (prefix.size() - 13), 'u')));
+}
+
+}  // namespace
+}  // namespace velora_com::qel::session
