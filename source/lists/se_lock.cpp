@@ -1,0 +1,175 @@
+// Taking and releasing a shared/exclusive lock.
+//
+// tests/model/se_lock.pml is a model of this file and of se_lock_wait.cpp with the same function names;
+// a change here is a change there.
+#include "vlrcomn/se_lock.h"
+#include "lists/notification.h"
+#include "lists/process_id.h"
+#include "lists/se_lock_record.h"
+#include "lists/se_lock_wait.h"
+#include "lists/spin_word.h"
+
+namespace {
+
+using namespace velora_com::qel::lists;
+
+// A thread without identity owns nothing, although a lock without owner holds the same value.
+bool owned_by(const orSELock& lock, uintptr_t me) {
+    return lock.owner == me && me != ORSO_NO_THREAD;
+}
+
+bool may_take_exclusive(const orSELock& lock, uintptr_t me) {
+    return lock.count == 0 || owned_by(lock, me);
+}
+
+bool may_share_past_writers(const orSELock& lock, uintptr_t me) {
+    return lock.owner == ORSO_NO_THREAD || owned_by(lock, me);
+}
+
+bool may_share_behind_writers(const orSELock& lock, uintptr_t me) {
+    return lock.count == 0 || owned_by(lock, me) ||
+           (lock.owner == ORSO_NO_THREAD && lock.writers == nullptr);
+}
+
+void grant_exclusive(orSELock& lock, uintptr_t me, Transition transition) {
+    ++lock.count;
+    if (lock.owner == ORSO_NO_THREAD) {
+        lock.owner = me;
+        lock.last_transition = transition;
+    }
+    lock.owner_process = process_id();
+}
+
+// The common part of the two shared modes; `may_share` is the mode.
+template <typename MayShare>
+int take_shared(orSELock* lock, int wait, MayShare may_share) {
+    if (lock == nullptr) {
+        return 0;
+    }
+    const uintptr_t me = orSO_GetThread();
+    Waiter waiter;
+    {
+        const SpinGuard guard(lock->spin);
+        if (may_share(*lock, me)) {
+            ++lock->count;
+            return 1;
+        }
+        if (!may_wait(wait, me)) {
+            return 0;
+        }
+        enqueue(lock->shared_waiters, waiter, me);
+    }
+    wait_for_grant(*lock, lock->shared_waiters, waiter);
+    return 1;
+}
+
+void grant_to_shared_waiters(orSELock& lock) {
+    while (!orLL_IsEmpty(&lock.shared_waiters)) {
+        ++lock.count;
+        wake_first(lock.shared_waiters);
+    }
+}
+
+void grant_to_latest_writer(orSELock& lock) {
+    const Waiter& latest = *static_cast<Waiter*>(lock.writers);
+    lock.count = 1;
+    lock.owner = latest.thread;
+    lock.owner_process = latest.process;
+    lock.last_transition = kHandedToWriter;
+    wake_first(lock.writers);
+}
+
+}  // namespace
+
+extern "C" {
+
+int orSO_SELock(orSELock* lock, int exclusive, int wait) {
+    return exclusive == 1 ? orSO_SELockExclusive(lock, wait)
+                          : orSO_SELockSharedWaitForExclusive(lock, wait);
+}
+
+int orSO_SELockExclusive(orSELock* lock, int wait) {
+    if (lock == nullptr) {
+        return 0;
+    }
+    const uintptr_t me = orSO_GetThread();
+    Waiter waiter;
+    {
+        const SpinGuard guard(lock->spin);
+        if (may_take_exclusive(*lock, me)) {
+            grant_exclusive(*lock, me, kExclusiveGranted);
+            return 1;
+        }
+        if (!may_wait(wait, me)) {
+            return 0;
+        }
+        enqueue(lock->writers, waiter, me);
+    }
+    wait_for_grant(*lock, lock->writers, waiter);
+    return 1;
+}
+
+int orSO_SELockSharedStarveExclusive(orSELock* lock, int wait) {
+    return take_shared(lock, wait, may_share_past_writers);
+}
+
+int orSO_SELockSharedWaitForExclusive(orSELock* lock, int wait) {
+    return take_shared(lock, wait, may_share_behind_writers);
+}
+
+int orSO_SELockExclusiveNotify(orSELock* lock, orSO_NotifyCallback callback, uintptr_t first,
+                               uintptr_t second) {
+    if (lock == nullptr) {
+        return 0;
+    }
+    const uintptr_t me = orSO_GetThread();
+    const SpinGuard guard(lock->spin);
+    if (may_take_exclusive(*lock, me)) {
+        grant_exclusive(*lock, me, kGrantedByNotify);
+        return 1;
+    }
+    if (callback != nullptr) {
+        register_notification(lock->notifications, callback, first, second);
+    }
+    return 0;
+}
+
+int orSO_SELockExclusiveUnnotify(orSELock* lock, orSO_NotifyCallback callback, uintptr_t first,
+                                 uintptr_t second) {
+    if (lock == nullptr) {
+        return 0;
+    }
+    const SpinGuard guard(lock->spin);
+    return withdraw_notification(lock->notifications, callback, first, second);
+}
+
+void orSO_SELockExclusiveToShared(orSELock* lock) {
+    if (lock == nullptr) {
+        return;
+    }
+    const SpinGuard guard(lock->spin);
+    lock->owner = ORSO_NO_THREAD;
+    lock->last_transition = kDowngraded;
+    grant_to_shared_waiters(*lock);
+}
+
+void orSO_SELockRelease(orSELock* lock) {
+    if (lock == nullptr) {
+        return;
+    }
+    const SpinGuard guard(lock->spin);
+    if (--lock->count != 0) {
+        return;
+    }
+    lock->owner = ORSO_NO_THREAD;
+    lock->last_transition = kReleasedToFree;
+    if (lock->writers != nullptr) {
+        grant_to_latest_writer(*lock);
+    } else if (lock->shared_waiters != nullptr) {
+        grant_to_shared_waiters(*lock);
+    } else {
+        notify_free(lock->notifications);
+    }
+}
+
+}  // extern "C"

@@ -1,0 +1,85 @@
+#include "lists/se_lock_wait.h"
+
+#include <pthread.h>
+
+#include "lists/process_id.h"
+#include "lists/spin_word.h"
+#include "vlrcomn/sync.h"
+
+namespace velora_com::qel::lists {
+namespace {
+
+oruHandle event_of(const Waiter& waiter) {
+    return reinterpret_cast<oruHandle>(waiter.thread);  // NOLINT(performance-no-int-to-ptr)
+}
+
+// What a cancelled waiter leaves behind.
+struct Departure {
+    orSELock& lock;
+    orLLItem*& queue;
+    Waiter& waiter;
+};
+
+// Takes the waiter out of its queue.
+void unlink(orLLItem*& queue, Waiter& waiter) {
+    orLLItem** link = &queue;
+    while (*link != &waiter) {
+        link = &(*link)->next;
+    }
+    orLL_XRemove(link, &waiter);
+}
+
+// Looks whether the waiter has been let in. Under the spin word, since who lets it in works under it
+// too: flag and event are then both done with or both untouched, the waiter's record and event may go
+// as soon as the spin word is given back, and resetting the event here cannot wipe out a later grant.
+bool take_grant(Waiter& waiter) {
+    oruResetEvent(event_of(waiter));
+    return waiter.waiting == 0;
+}
+
+// Runs for a thread that is cancelled in wait_for_grant.
+void leave_cancelled(void* argument) {
+    const Departure& departure = *static_cast<Departure*>(argument);
+    bool granted;
+    {
+        const SpinGuard guard(departure.lock.spin);
+        granted = take_grant(departure.waiter);
+        if (!granted) {
+            unlink(departure.queue, departure.waiter);
+        }
+    }
+    if (granted) {
+        orSO_SELockRelease(&departure.lock);
+    }
+}
+
+}  // namespace
+
+void enqueue(orLLItem*& queue, Waiter& waiter, uintptr_t me) {
+    waiter.thread = me;
+    waiter.process = process_id();
+    waiter.waiting = 1;
+    orLL_XInsertHead(&queue, &waiter);
+}
+
+void wait_for_grant(orSELock& lock, orLLItem*& queue, Waiter& waiter) {
+    Departure departure{lock, queue, waiter};
+    bool granted = false;
+    // A POSIX handler, not a destructor: the home system cancels a thread without unwinding its stack.
+    pthread_cleanup_push(leave_cancelled, &departure);
+    while (!granted) {
+        // The result does not matter: only the flag tells a grant from a spurious wake-up.
+        oruWaitForSingleObject(event_of(waiter), ORU_INFINITE);
+        const SpinGuard guard(lock.spin);
+        granted = take_grant(waiter);
+    }
+    pthread_cleanup_pop(0);
+}
+
+void wake_first(orLLItem*& queue) {
+    auto& waiter = *static_cast<Waiter*>(orLL_XRemoveHead(&queue));
+    waiter.waiting = 0;
+    oruSetEvent(event_of(waiter));
+}
+
+}  // namespace velora_com::qel::lists
