@@ -149,6 +149,11 @@ WRAP(realloc, void*, void* memory, size_t size) {
     void* const moved = __real_realloc(memory, size);
     return memory == nullptr ? counted(moved) : moved;
 }
+WRAP(posix_memalign, int, void** memory, size_t alignment, size_t size) {
+    return fails("posix_memalign")
+               ? ENOMEM
+               : counted(__real_posix_memalign(memory, alignment, size), allocations, 1);
+}
 WRAP(strdup, char*, const char* text) {
     FAIL_WITH(strdup, nullptr, ENOMEM)
     return static_cast<char*>(counted(__real_strdup(text)));
