@@ -1,5 +1,7 @@
 # What the host's C library offers beyond the oldest supported system (Mac OS X 10.4). Code tests the
 # feature through source/support/config.h and never the system's name.
+include(CheckCXXCompilerFlag)
+include(CheckCXXSourceCompiles)
 include(CheckSymbolExists)
 
 set(CMAKE_REQUIRED_DEFINITIONS -D_GNU_SOURCE)
@@ -16,6 +18,18 @@ check_symbol_exists(__assert_fail assert.h VLRCOMN_HAVE_ASSERT_FAIL)
 check_symbol_exists(__assert_rtn assert.h VLRCOMN_HAVE_ASSERT_RTN)
 check_symbol_exists(ifr_ifindex net/if.h VLRCOMN_HAVE_SIOCGIFINDEX)  # the question and its answer, of Linux
 unset(CMAKE_REQUIRED_DEFINITIONS)
+
+# Thread-local variables of a shared library at a fixed offset from the thread's own pointer, also when the
+# library is loaded later: a few hundred bytes of room are kept for that.
+check_cxx_source_compiles("
+    #include <cstdint>
+    #if !defined(__GLIBC__) || UINTPTR_MAX == 0xFFFFFFFF
+    #error
+    #endif
+    static thread_local __attribute__((tls_model(\"initial-exec\"))) int word;
+    int main() { return word; }" VLRCOMN_HAVE_STATIC_TLS)
+
+check_cxx_compiler_flag(-fno-plt VLRCOMN_HAVE_NO_PLT)
 
 configure_file(${CMAKE_CURRENT_LIST_DIR}/config.h.in
                ${PROJECT_BINARY_DIR}/generated/support/config.h)

@@ -25,7 +25,8 @@ void store(volatile int32_t* word, int32_t value) {
     __atomic_store_n(word, value, __ATOMIC_RELEASE);
 }
 
-int32_t change(volatile int32_t* word, uint32_t difference) {
+template <uint32_t difference>
+int32_t change(volatile int32_t* word) {
     if (word == nullptr) {
         note_error(EINVAL);
         return 0;
@@ -41,11 +42,11 @@ int32_t change(volatile int32_t* word, uint32_t difference) {
 }  // namespace
 
 int32_t oruInterlockedIncrement(volatile int32_t* value) {
-    return change(value, 1);
+    return change<1>(value);
 }
 
 int32_t oruInterlockedDecrement(volatile int32_t* value) {
-    return change(value, UINT32_MAX);
+    return change<UINT32_MAX>(value);
 }
 
 int32_t oruInterlockedExchange(volatile int32_t* target, int32_t value) {

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "portability/errors.h"
+#include "support/config.h"
 #include "support/owners.h"
 
 namespace velora_com::qel::portability {
@@ -18,12 +19,50 @@ namespace {
 pthread_mutex_t tables_lock = PTHREAD_MUTEX_INITIALIZER;
 
 uintptr_t word_of(uint32_t index) noexcept {
-    return index < ORU_TLS_INDICES ? pTlsKeyTable[index].load(std::memory_order_acquire) : 0;
+    return __builtin_expect(index < ORU_TLS_INDICES, 1)
+               ? pTlsKeyTable[index].load(std::memory_order_acquire)
+               : 0;
 }
 
+// Keys are small numbers everywhere; an index whose key is not is refused.
+constexpr uintptr_t key_mask = 0xFFFF;
+
 pthread_key_t key_of(uintptr_t word) noexcept {
-    return static_cast<pthread_key_t>(word - 1);
+    return static_cast<pthread_key_t>((word & key_mask) - 1);
 }
+
+// The word of an index that comes into use, with the tables locked.
+uintptr_t new_word(pthread_key_t key) noexcept {
+    static uintptr_t uses = 0;
+    return ++uses * (key_mask + 1) + static_cast<uintptr_t>(key) + 1;
+}
+
+#ifdef VLRCOMN_HAVE_STATIC_TLS
+// The values that this thread met last, by the word of their index: reading one again costs no more than
+// the system's own look-up. An index that comes into use again has another word, so that an old value is
+// never found; hosts whose words have no room for that many uses do without.
+constexpr uint32_t cached_values = 8;
+struct Cache {
+    uintptr_t words[cached_values];  // never 0 once filled
+    void* values[cached_values];
+};
+thread_local __attribute__((tls_model("initial-exec"))) Cache cache;
+
+bool recall(uint32_t index, uintptr_t word, void*& value) noexcept {
+    value = cache.values[index % cached_values];
+    return cache.words[index % cached_values] == word;
+}
+
+void remember(uint32_t index, uintptr_t word, void* value) noexcept {
+    cache.words[index % cached_values] = word;
+    cache.values[index % cached_values] = value;
+}
+#else
+bool recall(uint32_t, uintptr_t, void*&) noexcept {
+    return false;
+}
+void remember(uint32_t, uintptr_t, void*) noexcept {}
+#endif
 
 uint32_t process_id() noexcept {
     return static_cast<uint32_t>(getpid());
@@ -35,6 +74,20 @@ bool free_index(uint32_t index) noexcept {
     pTlsKeyTable[index].store(0, std::memory_order_release);
     nTlsOwnerTable[index] = 0;
     return pthread_key_delete(key) == 0;
+}
+
+// Asks the system for this thread's value, without the lock. When the key is freed in between, the system
+// still holds the old value or none, and should somebody else have got the same key, this thread cannot
+// have stored a value for it yet: the answer is that of a call before or after the freeing, never a
+// stranger's value. Apart from its caller, which is the shorter for it.
+[[gnu::noinline]] void* look_up(uint32_t index, uintptr_t word) noexcept {
+    if (word == 0) {
+        note_error(EINVAL);
+        return nullptr;
+    }
+    void* const value = pthread_getspecific(key_of(word));
+    remember(index, word, value);
+    return value;
 }
 
 }  // namespace
@@ -65,8 +118,12 @@ uint32_t oruTlsAlloc(void) {
             if (pthread_key_create(&key, nullptr) != 0) {
                 return ORU_TLS_OUT_OF_INDEXES;
             }
+            if (key >= key_mask) {
+                pthread_key_delete(key);
+                return ORU_TLS_OUT_OF_INDEXES;
+            }
             nTlsOwnerTable[index] = process_id();
-            pTlsKeyTable[index].store(static_cast<uintptr_t>(key) + 1, std::memory_order_release);
+            pTlsKeyTable[index].store(new_word(key), std::memory_order_release);
             return index;
         }
     }
@@ -97,18 +154,18 @@ int oruTlsSetValue(uint32_t index, void* value) {
         note_error(EINVAL);
         return 0;
     }
-    return pthread_setspecific(key_of(word), value) == 0 ? 1 : 0;
+    if (pthread_setspecific(key_of(word), value) != 0) {
+        return 0;
+    }
+    remember(index, word, value);
+    return 1;
 }
 
-// Without the lock. When the key is freed in between, the system still holds this thread's old
-// value or none, and should somebody else have got the same key, this thread cannot have stored a
-// value for it yet: the answer is that of a call before or after the freeing, never a stranger's
-// value.
-void* oruTlsGetValue(uint32_t index) {
+__attribute__((aligned(64))) void* oruTlsGetValue(uint32_t index) {
     const uintptr_t word = word_of(index);
-    if (word == 0) {
-        note_error(EINVAL);
-        return nullptr;
+    void* value = nullptr;
+    if (__builtin_expect(word != 0 && recall(index, word, value), 1)) {
+        return value;
     }
-    return pthread_getspecific(key_of(word));
+    return look_up(index, word);
 }

@@ -53,8 +53,16 @@ int sleep_on(_oruHandleObject_t& record, const std::optional<timespec>& deadline
     return error;
 }
 
-// Makes the calling thread the owner of a free mutex: 0, EBUSY or what went wrong.
-int take_mutex(_oruHandleObject_t& record) {
+// Takes what needs no sleep, with the record's mutex held: 0 when the object is signalled, and then a mutex
+// is the calling thread's; EBUSY when it is not; or what went wrong.
+inline int try_object(_oruHandleObject_t& record) {
+    // Acquire: an ending thread stores its 1 without holding the mutex.
+    if (record.bSignalled.load(std::memory_order_acquire) != 1) {
+        return EBUSY;
+    }
+    if (record.nType != ORU_KIND_MUTEX) {
+        return 0;
+    }
     auto* mutex = static_cast<MutexRecord*>(record.pData);
     // Only tried, never waited for: the release needs the record's mutex, which is held here.
     const int error = pthread_mutex_trylock(&mutex->inner);
@@ -65,31 +73,27 @@ int take_mutex(_oruHandleObject_t& record) {
     return error;
 }
 
-// Waits with the record's mutex held.
-uint32_t wait_locked(_oruHandleObject_t& record, uint32_t milliseconds) {
-    const bool is_mutex = record.nType == ORU_KIND_MUTEX;
+// Sleeps for an object that is not signalled, with the record's mutex held. Apart from its caller, which
+// is the shorter for it.
+[[gnu::noinline]] uint32_t sleep_for_object(_oruHandleObject_t& record, uint32_t milliseconds) {
     std::optional<timespec> deadline;
+    if (milliseconds != ORU_INFINITE) {
+        deadline = deadline_after(milliseconds);
+        if (!deadline) {
+            return ORU_WAIT_FAILED;
+        }
+    }
     for (;;) {
-        // Acquire: an ending thread stores its 1 without holding the mutex.
-        if (record.bSignalled.load(std::memory_order_acquire) == 1) {
-            const int error = is_mutex ? take_mutex(record) : 0;
-            if (error != EBUSY) {
-                return error == 0 ? ORU_WAIT_SIGNALLED : ORU_WAIT_FAILED;
-            }
-        }
-        if (milliseconds != ORU_INFINITE && !deadline) {
-            deadline = deadline_after(milliseconds);
-            if (!deadline) {
-                return ORU_WAIT_FAILED;
-            }
-        }
         if (const int error = sleep_on(record, deadline); error != 0) {
             return error == ETIMEDOUT ? ORU_WAIT_TIMEOUT : ORU_WAIT_FAILED;
         }
-        // A broadcast wakes every waiter for a mutex and only one gets it; the others sleep on
-        // until their one deadline. Any wake-up counts as the signal of an event or thread.
-        if (!is_mutex) {
+        // Any wake-up counts as the signal of an event or thread. A broadcast wakes every waiter for a
+        // mutex and only one gets it; the others sleep on until their one deadline.
+        if (record.nType != ORU_KIND_MUTEX) {
             return ORU_WAIT_SIGNALLED;
+        }
+        if (const int error = try_object(record); error != EBUSY) {
+            return error == 0 ? ORU_WAIT_SIGNALLED : ORU_WAIT_FAILED;
         }
     }
 }
@@ -109,7 +113,10 @@ uint32_t oruWaitForSingleObject(oruHandle handle, uint32_t milliseconds) {
     if (pthread_mutex_lock(&handle->mutex) != 0) {
         return ORU_WAIT_FAILED;
     }
-    const uint32_t result = wait_locked(*handle, milliseconds);
+    uint32_t result = ORU_WAIT_SIGNALLED;
+    if (const int error = try_object(*handle); error != 0) {
+        result = error == EBUSY ? sleep_for_object(*handle, milliseconds) : ORU_WAIT_FAILED;
+    }
     const bool unlocked = pthread_mutex_unlock(&handle->mutex) == 0;
     return result == ORU_WAIT_SIGNALLED && !unlocked ? ORU_WAIT_FAILED : result;
 }
