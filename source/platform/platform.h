@@ -96,8 +96,9 @@ constexpr size_t max_property_string = 255;
 // Reads `document` as an XML property list and looks `keys` up in its top-level dictionary. Nothing
 // when the document is no property list or its top level is no dictionary; otherwise one answer for
 // each key, empty when the key is missing, its value is no string, or the string is longer than
-// max_property_string. Of equal keys the last counts. On Linux a document with declarations of its own
-// or with more than 10,000 levels is no property list, nor is any document on a host without Expat.
+// max_property_string. Of equal keys the last counts. On Linux these too are no property lists: a
+// document with declarations of its own, one over 256 MiB, one whose reading would take more than four
+// times its size and 4 MiB (tens of thousands of levels), and any on a host without Expat.
 std::optional<std::vector<std::optional<std::string>>> property_list_strings(
     std::string_view document, const std::vector<std::string_view>& keys);
 

@@ -1,11 +1,11 @@
 #include <expat.h>
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 #include <memory>
 #include <new>
 
+#include "platform/linux/expat_memory.h"
 #include "platform/platform.h"
 #include "support/owners.h"
 
@@ -15,8 +15,14 @@ namespace {
 
 static_assert(sizeof(XML_Char) == 1, "Expat has to hand out UTF-8");
 
-// Deeper documents are refused: the parser keeps some memory for each open element.
-constexpr int max_nesting = 10000;
+// What the parser may take for a document: room for its copy, and for some ten thousand levels or
+// attributes even in a short one.
+constexpr size_t memory_budget(size_t document_size) {
+    return 4 * document_size + (size_t{4} << 20);
+}
+
+// Far below where the parser's own lengths and the budget would overflow.
+constexpr size_t max_document = size_t{256} << 20;
 
 constexpr std::string_view element_names[] = {"array", "data",    "date", "dict",   "false",
                                               "key",   "integer", "real", "string", "true"};
@@ -89,7 +95,7 @@ void Reader::start(std::string_view name) noexcept {
     }
     const bool known = std::find(std::begin(element_names), std::end(element_names), name) !=
                        std::end(element_names);
-    if (!known || depth_ > max_nesting) {
+    if (!known) {
         failed_ = true;
     } else if (depth_ == 3) {
         item_ = name == "key"                       ? Item::key
@@ -178,12 +184,13 @@ void XMLCALL on_unknown_entity(void* parser, const XML_Char*, int) {
 
 std::optional<std::vector<std::optional<std::string>>> property_list_strings(
     std::string_view document, const std::vector<std::string_view>& keys) {
-    if (document.size() > INT_MAX) {
+    if (document.size() > max_document) {
         return std::nullopt;
     }
     Reader reader(keys);
+    ExpatMemory memory(memory_budget(document.size()));
     const std::unique_ptr<XML_ParserStruct, support::Releaser<&XML_ParserFree>> parser(
-        XML_ParserCreate(nullptr));
+        XML_ParserCreate_MM(nullptr, &ExpatMemory::suite(), nullptr));
     if (!parser) {
         throw std::bad_alloc();
     }
@@ -193,10 +200,11 @@ std::optional<std::vector<std::optional<std::string>>> property_list_strings(
     XML_SetCharacterDataHandler(parser.get(), on_text);
     XML_SetStartDoctypeDeclHandler(parser.get(), on_doctype);
     XML_SetSkippedEntityHandler(parser.get(), on_unknown_entity);
-    // Given whole, the document is read in place instead of through a copy.
+    // Given whole: of a document in pieces the parser begins a long token again with every piece.
     const XML_Status status =
         XML_Parse(parser.get(), document.data(), static_cast<int>(document.size()), XML_TRUE);
-    if (status != XML_STATUS_OK && XML_GetErrorCode(parser.get()) == XML_ERROR_NO_MEMORY) {
+    if (status != XML_STATUS_OK && XML_GetErrorCode(parser.get()) == XML_ERROR_NO_MEMORY &&
+        !memory.exceeded()) {
         throw std::bad_alloc();
     }
     if (status != XML_STATUS_OK || !reader.complete()) {
