@@ -3,7 +3,9 @@
 #include <net/if.h>
 #include <netinet/in.h>
 
-#include <cstring>
+#include <algorithm>
+#include <functional>
+#include <iterator>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -75,31 +77,50 @@ sockaddr_storage unscoped(const ifaddrs& entry) {
     return address;
 }
 
+struct Texts {
+    std::string address;
+    std::string mask;
+    std::string subnet;
+};
+
+Texts ipv4_texts(const sockaddr_storage& address, const sockaddr_storage& mask) {
+    return {network::numeric_text(address), network::numeric_text(mask),
+            network::ipv4_subnet_text(address, mask)};
+}
+
+Texts ipv6_texts(const sockaddr_storage& address, const sockaddr_storage& mask) {
+    const in6_addr& address_bits = reinterpret_cast<const sockaddr_in6&>(address).sin6_addr;
+    const in6_addr& mask_bits = reinterpret_cast<const sockaddr_in6&>(mask).sin6_addr;
+    if (network::has_plain_groups(address_bits) && network::has_plain_groups(mask_bits)) {
+        in6_addr subnet;
+        std::transform(std::begin(address_bits.s6_addr), std::end(address_bits.s6_addr),
+                       std::begin(mask_bits.s6_addr), std::begin(subnet.s6_addr), std::bit_and<>());
+        return {network::plain_groups(address_bits), network::plain_groups(mask_bits),
+                network::plain_groups(subnet)};
+    }
+    Texts texts{network::expand_ipv6(network::numeric_text(address)),
+                network::expand_ipv6(network::numeric_text(mask)),
+                {}};
+    texts.subnet = network::ipv6_subnet(texts.address, texts.mask);
+    return texts;
+}
+
 // The record of one address. False when its address or its mask has no text.
 bool describe(const ifaddrs& entry, IPAddress& record) {
     if (entry.ifa_netmask == nullptr) {
         return false;
     }
     const int family = entry.ifa_addr->sa_family;
-    const sockaddr_storage whole = unscoped(entry);
-    const sockaddr_storage whole_mask = network::whole_address(*entry.ifa_netmask, family);
-    std::string address = network::numeric_text(whole);
-    std::string mask = network::numeric_text(whole_mask);
-    if (address.empty() || mask.empty()) {
+    const sockaddr_storage address = unscoped(entry);
+    const sockaddr_storage mask = network::whole_address(*entry.ifa_netmask, family);
+    Texts texts = family == AF_INET6 ? ipv6_texts(address, mask) : ipv4_texts(address, mask);
+    if (texts.address.empty() || texts.mask.empty()) {
         return false;
     }
-    std::string subnet;
-    if (family == AF_INET6) {
-        address = network::expand_ipv6(std::move(address));
-        mask = network::expand_ipv6(std::move(mask));
-        subnet = network::ipv6_subnet(address, mask);
-    } else {
-        subnet = network::ipv4_subnet_text(whole, whole_mask);
-    }
-    record.setOption(IP_ADDRESS, std::move(address));
+    record.setOption(IP_ADDRESS, std::move(texts.address));
     record.setOption(IP_FAMILY, static_cast<unsigned int>(family));
-    record.setOption(IP_SUBNETMASK, std::move(mask));
-    record.setOption(IP_SUBNETADDR, std::move(subnet));
+    record.setOption(IP_SUBNETMASK, std::move(texts.mask));
+    record.setOption(IP_SUBNETADDR, std::move(texts.subnet));
     return true;
 }
 

@@ -1,7 +1,9 @@
 #include "vlrcomn/ipv6_text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -15,8 +17,8 @@ namespace {
 // The colons of an address with all its groups.
 constexpr int full_colons = 7;
 
-int count_to_limit(std::string_view text, char ch, int limit) {
-    const auto count = static_cast<uint16_t>(std::count(text.begin(), text.end(), ch));
+// What a count of colons counts for.
+constexpr int at_most(uint16_t count, int limit) {
     return count <= full_colons ? count : limit;
 }
 
@@ -56,44 +58,52 @@ uint32_t parse_group(std::string_view text) {
     return negative ? 0 - value : value;
 }
 
-void append_hex(std::string& text, uint32_t value) {
-    constexpr char digits[] = "0123456789abcdef";
-    int shift = 28;
-    while (shift > 0 && value >> shift == 0) {
-        shift -= 4;
-    }
-    for (; shift >= 0; shift -= 4) {
-        text += digits[value >> shift & 15];
-    }
-}
-
 }  // namespace
 
 namespace network {
 
+void append_group(std::string& text, uint32_t value) {
+    char digits[8];
+    text.append(digits, std::to_chars(digits, std::end(digits), value, 16).ptr);
+}
+
+// One pass over the text: parsing it into an address takes the C library hardly less time.
 std::string expand_ipv6(std::string address) {
-    strip_scope(address);
-    const size_t gap = address.find("::");
-    if (gap == std::string::npos) {
+    constexpr size_t none = std::string::npos;
+    size_t end = 0;
+    size_t gap = none;
+    uint16_t head_colons = 0;
+    uint16_t colons = 0;  // from the gap's second colon on, once there is a gap
+    for (; end < address.size() && address[end] != '%'; ++end) {
+        if (address[end] != ':') {
+            continue;
+        }
+        if (gap == none && address[end + 1] == ':') {  // at worst the terminator
+            gap = end;
+            head_colons = colons;
+            colons = 0;
+        } else {
+            ++colons;
+        }
+    }
+    if (gap == none) {
+        address.erase(end);
         return address;
     }
-    const std::string_view head = std::string_view(address).substr(0, gap);
-    const std::string_view tail = std::string_view(address).substr(gap + 1);
-    const int missing = full_colons - (count_to_limit(head, ':', full_colons) +
-                                       count_to_limit(tail, ':', full_colons));
-    std::string expanded;
-    expanded.reserve(address.size() + 2 * full_colons + 2);
-    if (gap == 0) {
-        expanded += '0';
+    const int missing =
+        full_colons - (at_most(head_colons, full_colons) + at_most(colons, full_colons));
+    const size_t filled = missing > 0 ? static_cast<size_t>(missing) : 0;
+    const bool leading = gap == 0;
+    const bool trailing = address[end - 1] == ':';
+
+    std::string expanded(end - 1 + 2 * filled + (leading ? 1 : 0) + (trailing ? 1 : 0), '0');
+    char* out = expanded.data() + (leading ? 1 : 0);
+    out = std::copy_n(address.data(), gap, out);
+    for (size_t group = 0; group < filled; ++group) {
+        *out = ':';
+        out += 2;  // and its "0"
     }
-    expanded += head;
-    for (int group = 0; group < missing; ++group) {
-        expanded += ":0";
-    }
-    expanded += tail;
-    if (expanded.back() == ':') {
-        expanded += '0';
-    }
+    std::copy_n(address.data() + gap + 1, end - gap - 1, out);
     return expanded;
 }
 
@@ -108,8 +118,8 @@ std::string ipv6_subnet(const std::string& address, const std::string& mask) {
     for (;;) {
         const size_t address_colon = address_left.find(':');
         const size_t mask_colon = mask_left.find(':');
-        append_hex(subnet, parse_group(address_left.substr(0, address_colon)) &
-                               parse_group(mask_left.substr(0, mask_colon)));
+        append_group(subnet, parse_group(address_left.substr(0, address_colon)) &
+                                 parse_group(mask_left.substr(0, mask_colon)));
         if (address_colon == std::string_view::npos || mask_colon == std::string_view::npos) {
             return subnet;
         }
@@ -122,7 +132,7 @@ std::string ipv6_subnet(const std::string& address, const std::string& mask) {
 }  // namespace network
 
 int noOfOccurences(const std::string& text, char ch, int limit) {
-    return count_to_limit(text, ch, limit);
+    return at_most(static_cast<uint16_t>(std::count(text.begin(), text.end(), ch)), limit);
 }
 
 std::string expandIPV6Address(std::string address) {
