@@ -23,10 +23,10 @@ namespace velora_com::qel {
  *
  * - Everything from the first "%" on goes, whatever the address.
  * - Without "::" the rest comes back as it is; groups are never padded.
- * - Only the first "::" is filled, with as many groups as make eight colons-and-groups complete;
+ * - Only the first "::" is filled, with as many groups as are missing to eight;
  * the colons of a later "::" count like any others.
- * - An IPv4 tail is not treated specially: "::ffff:10.1.2.3" gives "0:0:0:0:0:ffff:10.1.2.3", one
- * group more than the address has.
+ * - An IPv4 tail counts as one group, although it is two: "::ffff:10.1.2.3" gives
+ *   "0:0:0:0:0:0:ffff:10.1.2.3", which is no longer an address.
  *
  * Examples: "fe80::1%en0" gives "fe80:0:0:0:0:0:0:1", "::" gives "0:0:0:0:0:0:0:0", "10.1.2.3"
  * stays.
