@@ -29,49 +29,116 @@ constexpr unsigned bytes_for(uint32_t code) {
     return bytes;
 }
 
-// Bytes of the sequence that `lead`, not an ASCII byte, begins; 0 when it begins none.
-constexpr unsigned bytes_after(unsigned char lead) {
-    if (lead < 0xE0) {
-        return lead < 0xC2 ? 0 : 2;
-    }
-    if (lead < 0xF0) {
-        return 3;
-    }
-    return lead < 0xF8 ? 4 : lead < 0xFC ? 5 : lead < 0xFE ? 6 : 0;
-}
-
 constexpr bool is_continuation(unsigned char byte) {
     return (byte & 0xC0U) == 0x80;
 }
 
-// Blocks of ASCII are copied several characters at once.
-constexpr ptrdiff_t wide_block = 4;
-constexpr ptrdiff_t narrow_block = sizeof(uint64_t);
+constexpr bool is_ascii(wchar_t character) {
+    return static_cast<uint32_t>(character) < 0x80;
+}
+constexpr bool is_ascii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
+}
 
-bool is_ascii_block(const wchar_t* text) noexcept {
+constexpr ptrdiff_t block = 8;
+
+bool is_ascii_block(const wchar_t (&characters)[block]) noexcept {
     uint32_t joined = 0;
-    for (ptrdiff_t i = 0; i < wide_block; ++i) {
-        joined |= static_cast<uint32_t>(text[i]);
+    for (const wchar_t character : characters) {
+        joined |= static_cast<uint32_t>(character);
     }
     return joined < 0x80;
 }
 
-bool is_ascii_block(const char* text) noexcept {
+bool is_ascii_block(const char (&bytes)[block]) noexcept {
     uint64_t joined = 0;
-    std::memcpy(&joined, text, sizeof joined);
+    static_assert(sizeof joined == sizeof bytes);
+    std::memcpy(&joined, bytes, sizeof bytes);
     return (joined & UINT64_C(0x8080808080808080)) == 0;
 }
 
-// Copies whole blocks of ASCII from the front of a text, moving both positions behind them.
-template <ptrdiff_t block, typename From, typename To>
-void copy_ascii_blocks(const From*& text, const From* end, To*& out) noexcept {
-    while (end - text >= block && is_ascii_block(text)) {
+// Copies a run of ASCII to `out`, moving both positions behind it. Whole blocks go through a copy of
+// their own, which the compiler knows not to overlap `out`.
+template <typename From, typename To>
+void copy_ascii(const From*& text, const From* end, To*& out) noexcept {
+    while (end - text >= block) {
+        From characters[block];
+        std::memcpy(characters, text, sizeof characters);
+        if (!is_ascii_block(characters)) {
+            break;
+        }
         for (ptrdiff_t i = 0; i < block; ++i) {
-            out[i] = static_cast<To>(text[i]);
+            out[i] = static_cast<To>(characters[i]);
         }
         text += block;
         out += block;
     }
+    while (text != end && is_ascii(*text)) {
+        *out++ = static_cast<To>(*text++);
+    }
+}
+
+// Writes a code in `bytes` bytes and returns where they end.
+template <unsigned bytes>
+char* put(uint32_t code, char* out) noexcept {
+    for (unsigned i = bytes - 1; i > 0; --i) {
+        out[i] = static_cast<char>(0x80U | (code & 0x3FU));
+        code >>= 6;
+    }
+    out[0] = static_cast<char>((0xFF00U >> bytes) | code);
+    return out + bytes;
+}
+
+// Reads a code from the `bytes` bytes at `text`, the lead byte already known, and moves behind them.
+// Returns false, where `text` does not matter any more, at a fault.
+template <unsigned bytes>
+bool get(const char*& text, const char* end, uint32_t& code) noexcept {
+    if (end - text < static_cast<ptrdiff_t>(bytes)) {
+        return false;
+    }
+    code = static_cast<unsigned char>(text[0]) & (0x7FU >> bytes);
+    bool whole = true;
+    for (unsigned i = 1; i < bytes; ++i) {
+        const unsigned char byte = static_cast<unsigned char>(text[i]);
+        whole &= is_continuation(byte);
+        code = code << 6 | (byte & 0x3FU);
+    }
+    text += bytes;
+    // Overlong forms of two bytes have no lead byte.
+    const bool overlong = bytes > 2 && code >> code_bits(bytes - 1) == 0;
+    return whole && !overlong && !is_surrogate(code);
+}
+
+// Reads a code that is not ASCII, whose lead byte tells how many bytes it has.
+bool get_sequence(const char*& text, const char* end, uint32_t& code) noexcept {
+    const unsigned char lead = static_cast<unsigned char>(*text);
+    if (lead < 0xC2) {
+        return false;
+    }
+    if (lead < 0xE0) {
+        return get<2>(text, end, code);
+    }
+    if (lead < 0xF0) {
+        return get<3>(text, end, code);
+    }
+    if (lead < 0xF8) {
+        return get<4>(text, end, code);
+    }
+    return lead < 0xFC ? get<5>(text, end, code) : lead < 0xFE && get<6>(text, end, code);
+}
+
+// Writes a code that is not ASCII and has a UTF-8 form.
+char* put_sequence(uint32_t code, char* out) noexcept {
+    if (code >> code_bits(2) == 0) {
+        return put<2>(code, out);
+    }
+    if (code >> code_bits(3) == 0) {
+        return put<3>(code, out);
+    }
+    if (code >> code_bits(4) == 0) {
+        return put<4>(code, out);
+    }
+    return code >> code_bits(5) == 0 ? put<5>(code, out) : put<6>(code, out);
 }
 
 }  // namespace
@@ -84,73 +151,31 @@ size_t encoded_size(const wchar_t* text, size_t length) noexcept {
     return size;
 }
 
-size_t decoded_size(const char* text, size_t length) noexcept {
-    size_t size = 0;
-    for (size_t i = 0; i < length; ++i) {
-        if (!is_continuation(static_cast<unsigned char>(text[i]))) {
-            ++size;
-        }
-    }
-    return size;
-}
-
 char* encode(const wchar_t* text, size_t length, char* out) noexcept {
     const wchar_t* const end = text + length;
-    while (text != end) {
-        uint32_t code = static_cast<uint32_t>(*text);
-        if (code < 0x80) {
-            *out++ = static_cast<char>(code);
-            ++text;
-            copy_ascii_blocks<wide_block>(text, end, out);
-            continue;
+    for (;;) {
+        copy_ascii(text, end, out);
+        if (text == end) {
+            return out;
         }
+        const uint32_t code = static_cast<uint32_t>(*text++);
         if (is_surrogate(code) || code > 0x7FFFFFFF) {
-            break;
+            return out;
         }
-        const unsigned bytes = bytes_for(code);
-        for (unsigned i = bytes - 1; i > 0; --i) {
-            out[i] = static_cast<char>(0x80U | (code & 0x3FU));
-            code >>= 6;
-        }
-        out[0] = static_cast<char>((0xFF00U >> bytes) | code);
-        out += bytes;
-        ++text;
+        out = put_sequence(code, out);
     }
-    return out;
 }
 
 wchar_t* decode(const char* text, size_t length, wchar_t* out) noexcept {
     const char* const end = text + length;
-    while (text != end) {
-        const unsigned char lead = static_cast<unsigned char>(*text);
-        if (lead < 0x80) {
-            *out++ = static_cast<wchar_t>(lead);
-            ++text;
-            copy_ascii_blocks<narrow_block>(text, end, out);
-            continue;
-        }
-        const unsigned bytes = bytes_after(lead);
-        if (bytes == 0 || static_cast<size_t>(end - text) < bytes) {
-            break;
-        }
-        uint32_t code = lead & (0x7FU >> bytes);
-        unsigned i = 1;
-        for (; i < bytes; ++i) {
-            const unsigned char byte = static_cast<unsigned char>(text[i]);
-            if (!is_continuation(byte)) {
-                return out;
-            }
-            code = code << 6 | (byte & 0x3FU);
-        }
-        // Overlong forms of two bytes have no lead byte.
-        const bool overlong = bytes > 2 && code >> code_bits(bytes - 1) == 0;
-        if (overlong || is_surrogate(code)) {
-            break;
+    for (;;) {
+        copy_ascii(text, end, out);
+        uint32_t code = 0;
+        if (text == end || !get_sequence(text, end, code)) {
+            return out;
         }
         *out++ = static_cast<wchar_t>(code);
-        text += bytes;
     }
-    return out;
 }
 
 }  // namespace velora_com::qel::utf8

@@ -19,11 +19,8 @@ constexpr size_t max_bytes_per_character = 6;
 // Bytes that encode() writes at most for this text, exact when it has no fault.
 size_t encoded_size(const wchar_t* text, size_t length) noexcept;
 
-// Wide characters that decode() writes at most for this text, exact when it has no fault.
-size_t decoded_size(const char* text, size_t length) noexcept;
-
-// Convert `length` characters or bytes to `out`, which has room for the size above, without a
-// terminator. Return the end of what was written.
+// Convert `length` characters or bytes, without a terminator, and return the end of what was written.
+// `out` has room for encoded_size() bytes, or for one character for each byte.
 char* encode(const wchar_t* text, size_t length, char* out) noexcept;
 wchar_t* decode(const char* text, size_t length, wchar_t* out) noexcept;
 

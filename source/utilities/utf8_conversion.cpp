@@ -43,8 +43,7 @@ uint32_t orumcomn_utf8_to_unicode(const char* narrow, wchar_t* wide, const uint3
 
 namespace velora_com::qel {
 
-// Both measure first and convert into the result's own memory: the fixed six bytes a character of the C
-// function would cost more to clear than the conversion itself.
+// Measured first: clearing the six bytes a character of the C function would cost more than converting.
 std::string orumcomn_wide_to_ansi(const std::wstring& text) {
     const size_t length = std::wcslen(text.c_str());
     if (length > max_wide_length) {
@@ -64,7 +63,7 @@ std::wstring orumcomn_ansi_to_wide(const std::string& text) {
         return {};
     }
     return support::or_failure(std::wstring(), [&] {
-        std::wstring result(utf8::decoded_size(text.c_str(), length), L'\0');
+        std::wstring result(length, L'\0');
         const wchar_t* const end = utf8::decode(text.c_str(), length, result.data());
         result.resize(static_cast<size_t>(end - result.data()));
         return result;
