@@ -1,0 +1,24 @@
+// Text on its way out.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace vlrprops {
+
+// The text in valid UTF-8. What is no Unicode character becomes U+FFFD.
+std::string utf8(std::wstring text);
+
+// The text on one line: control characters, which could break the line or steer a terminal, are written
+// as in JSON, for example \u000a.
+std::wstring one_line(const std::wstring& text);
+
+// Columns that the text takes on a terminal, East Asian characters counted as two.
+size_t columns(const std::wstring& text);
+
+// The text in pieces of at most `width` columns, broken behind blanks, commas and slashes where there are
+// some. Joined, the pieces give the text.
+std::vector<std::wstring> wrapped(const std::wstring& text, size_t width);
+
+}  // namespace vlrprops
