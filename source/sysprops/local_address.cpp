@@ -21,11 +21,10 @@ pthread_mutex_t address_mutex = PTHREAD_MUTEX_INITIALIZER;
 
 void ISysProps::updateLocalIP(const std::wstring& address) {
     // Copied outside the lock, so that a want of memory changes nothing and the lock is held briefly.
-    support::or_failure(false, [&] {
+    support::contained([&] {
         std::wstring copy = address;
         const support::MutexGuard guard(address_mutex);
         m_wstrLastKnownLocalIP.swap(copy);
-        return true;
     });
 }
 
