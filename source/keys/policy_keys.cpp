@@ -18,7 +18,8 @@ const std::wstring VLRCOMN_EARLY_INIT section_advanced = L"Advanced";
 
 // Keys of the policy section "General".
 const std::wstring VLRCOMN_EARLY_INIT key_general_bCollectFullProps = L"bCollectFullProps";
-const std::wstring VLRCOMN_EARLY_INIT key_general_PolicyEnforcementInterval = L"PolicyEnforcementInterval";
+const std::wstring VLRCOMN_EARLY_INIT key_general_PolicyEnforcementInterval =
+    L"PolicyEnforcementInterval";
 const std::wstring VLRCOMN_EARLY_INIT key_general_force_install = L"ForceInstall";
 
 // Keys of the policy section "Network".
@@ -34,8 +35,10 @@ const std::wstring VLRCOMN_EARLY_INIT key_ls_bListenToKSVServerOnly = L"bListenT
 
 // Keys of the policy section "AgentEvents".
 const std::wstring VLRCOMN_EARLY_INIT key_events_EnableEventTrigger = L"AgPlcyEnableEventTrigger";
-const std::wstring VLRCOMN_EARLY_INIT key_events_EventTriggerThreshold = L"AgPlcyEventTriggerThreshold";
-const std::wstring VLRCOMN_EARLY_INIT key_events_EventTriggerDelayMins = L"AgPlcyEventTriggerDelayMins";
+const std::wstring VLRCOMN_EARLY_INIT key_events_EventTriggerThreshold =
+    L"AgPlcyEventTriggerThreshold";
+const std::wstring VLRCOMN_EARLY_INIT key_events_EventTriggerDelayMins =
+    L"AgPlcyEventTriggerDelayMins";
 const std::wstring VLRCOMN_EARLY_INIT key_events_MaxEventsPerTrigger = L"AgPlcyMaxEventsPerTrigger";
 
 // Keys of the policy section "AgentLogging".
@@ -100,8 +103,10 @@ const std::wstring VLRCOMN_EARLY_INIT key_EnforcePolicy = L"EnforcePolicy";
 const std::wstring VLRCOMN_EARLY_INIT key_relay_service_enabled = L"bEnableRelayService";
 const std::wstring VLRCOMN_EARLY_INIT key_p2p_service_enabled = L"bEnableP2PService";
 const std::wstring VLRCOMN_EARLY_INIT key_agent_serviceport = L"AgtServiceMgrPort";
-const std::wstring VLRCOMN_EARLY_INIT key_count_relay_failure_connections = L"FAILED_TO_CONN_SERVER";
-const std::wstring VLRCOMN_EARLY_INIT key_count_relay_max_connections_exceeded = L"MAX_CONN_EXCEEDED";
+const std::wstring VLRCOMN_EARLY_INIT key_count_relay_failure_connections =
+    L"FAILED_TO_CONN_SERVER";
+const std::wstring VLRCOMN_EARLY_INIT key_count_relay_max_connections_exceeded =
+    L"MAX_CONN_EXCEEDED";
 
 // Sections of a task file.
 const std::string VLRCOMN_EARLY_INIT TaskSection = "Task";

@@ -1,8 +1,8 @@
 #include "vlrcomn/logged_on_users.h"
 
-#include "login_records.h"
+#include "session/login_records.h"
+#include "session/user_list.h"
 #include "support/boundary.h"
-#include "user_list.h"
 #include "vlrcomn/time_text.h"
 
 namespace velora_com::qel::session {

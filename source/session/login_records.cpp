@@ -1,4 +1,4 @@
-#include "login_records.h"
+#include "session/login_records.h"
 
 #include <utmpx.h>
 

@@ -1,4 +1,4 @@
-#include "user_list.h"
+#include "session/user_list.h"
 
 #include <string_view>
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "path_text.h"
 #include "support/boundary.h"
+#include "utilities/path_text.h"
 #include "vlrcomn/path_resolution.h"
 
 namespace velora_com::qel {

@@ -4,9 +4,9 @@
 #include <cstring>
 #include <utility>
 
-#include "path_text.h"
 #include "support/boundary.h"
 #include "support/interrupted.h"
+#include "utilities/path_text.h"
 #include "vlrcomn/path_resolution.h"
 
 namespace velora_com::qel {

@@ -3,7 +3,7 @@
 
 #include "support/boundary.h"
 #include "support/owners.h"
-#include "version_text.h"
+#include "utilities/version_text.h"
 #include "vlrcomn/agent_identity.h"
 #include "vlrcomn/dynamic_library.h"
 

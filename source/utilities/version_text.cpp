@@ -1,4 +1,4 @@
-#include "version_text.h"
+#include "utilities/version_text.h"
 
 #include <algorithm>
 #include <cinttypes>

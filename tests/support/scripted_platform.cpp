@@ -37,17 +37,25 @@ std::optional<std::string> hardware_model() {
 std::optional<uint64_t> installed_memory() {
     return answer("installed_memory", script().installed_memory);
 }
-std::optional<FreePages> free_pages() { return answer("free_pages", script().free_pages); }
+std::optional<FreePages> free_pages() {
+    return answer("free_pages", script().free_pages);
+}
 std::vector<MountedFileSystem> mounted_file_systems() {
     return answer("mounted_file_systems", script().mounted_file_systems);
 }
 std::optional<AvailableSpace> available_space(const char*) {
     return answer("available_space", script().available_space);
 }
-bool copy_contents(int, int) { return false; }
+bool copy_contents(int, int) {
+    return false;
+}
 
-const char* system_version_file() { return script().system_version_file.c_str(); }
-const char* server_version_file() { return script().server_version_file.c_str(); }
+const char* system_version_file() {
+    return script().system_version_file.c_str();
+}
+const char* server_version_file() {
+    return script().server_version_file.c_str();
+}
 
 std::optional<std::vector<std::optional<std::string>>> property_list_strings(
     std::string_view, const std::vector<std::string_view>& keys) {
@@ -58,13 +66,14 @@ std::optional<std::vector<std::optional<std::string>>> property_list_strings(
     std::vector<std::optional<std::string>> strings;
     for (const std::string_view key : keys) {
         const auto found = dictionary->find(key);
-        strings.push_back(found == dictionary->end() ? std::nullopt
-                                                     : std::optional(found->second));
+        strings.push_back(found == dictionary->end() ? std::nullopt : std::optional(found->second));
     }
     return strings;
 }
 
-std::optional<int64_t> boot_time() { return answer("boot_time", script().boot_time); }
+std::optional<int64_t> boot_time() {
+    return answer("boot_time", script().boot_time);
+}
 
 std::optional<std::string> run_command(const char* command, size_t max_bytes) {
     script().asked.emplace_back(std::string("run_command: ") + command);
@@ -78,12 +87,22 @@ std::optional<std::string> run_command(const char* command, size_t max_bytes) {
     return output;
 }
 
-const char* native_wide_encoding() { return "WCHAR_T"; }
+const char* native_wide_encoding() {
+    return "WCHAR_T";
+}
 
-std::optional<std::string> nis_domain() { return answer("nis_domain", script().nis_domain); }
-std::optional<std::string> domain_name() { return answer("domain_name", script().domain_name); }
+std::optional<std::string> nis_domain() {
+    return answer("nis_domain", script().nis_domain);
+}
+std::optional<std::string> domain_name() {
+    return answer("domain_name", script().domain_name);
+}
 
-std::optional<LinkLayerAddress> link_layer_address(const ifaddrs&) { return std::nullopt; }
-socklen_t socket_address_size(const sockaddr&, int) { return sizeof(sockaddr_storage); }
+std::optional<LinkLayerAddress> link_layer_address(const ifaddrs&) {
+    return std::nullopt;
+}
+socklen_t socket_address_size(const sockaddr&, int) {
+    return sizeof(sockaddr_storage);
+}
 
 }  // namespace velora_com::qel::platform
