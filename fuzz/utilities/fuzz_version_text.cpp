@@ -1,10 +1,11 @@
 // Version texts against the stream library's formatting. Input: four components of two bytes each, then
 // the buffer's size.
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <iomanip>
+#include <memory>
 #include <sstream>
-#include <vector>
 
 #include "utilities/version_text.h"
 
@@ -28,12 +29,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             }
         }
         // A buffer of exactly the size given, so that a byte past it is noticed.
-        std::vector<char> buffer(buffer_size, 'x');
-        write_version({parts[0], parts[1], parts[2], parts[3]}, form, buffer.data(), buffer_size);
+        const std::unique_ptr<char[]> buffer(new char[buffer_size]);
+        std::fill_n(buffer.get(), buffer_size, 'x');
+        write_version({parts[0], parts[1], parts[2], parts[3]}, form, buffer.get(), buffer_size);
         std::string wanted = expected.str() + '\0';
         wanted.resize(std::max<size_t>(wanted.size(), buffer_size), 'x');
         wanted.resize(buffer_size);
-        if (std::string(buffer.begin(), buffer.end()) != wanted) {
+        if (std::string(buffer.get(), buffer_size) != wanted) {
             std::abort();
         }
     }
