@@ -4,7 +4,9 @@
 
 namespace velora_com::qel::support {
 
-constexpr char white_space[] = " \t\n\v\f\r";
+constexpr bool is_space(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
 
 constexpr bool is_digit(char character) {
     return character >= '0' && character <= '9';

@@ -7,33 +7,39 @@
 #include "vlrcomn/agent_identity.h"
 
 using velora_com::qel::support::is_digit;
+using velora_com::qel::support::is_space;
 
 namespace {
 
 // Size of a working text, its terminator's place included.
 constexpr size_t text_size = 260;
 
-// A text without its spaces.
+// A text without its spaces. One that has none is taken as it stands.
 class Compacted {
 public:
     // False when the text does not fit.
-    bool assign(const char* text) {
-        for (; *text != '\0'; ++text) {
-            if (*text == ' ') {
-                continue;
+    bool assign(std::string_view text) {
+        if (text.find(' ') != std::string_view::npos) {
+            size_t size = 0;
+            for (const char character : text) {
+                if (character == ' ') {
+                    continue;
+                }
+                if (size == text_size - 1) {
+                    return false;
+                }
+                buffer_[size++] = character;
             }
-            if (size_ == text_size - 1) {
-                return false;
-            }
-            buffer_[size_++] = *text;
+            text = {buffer_, size};
         }
-        return true;
+        view_ = text;
+        return text.size() < text_size;
     }
-    std::string_view view() const { return {buffer_, size_}; }
+    std::string_view view() const { return view_; }
 
 private:
     char buffer_[text_size];
-    size_t size_ = 0;
+    std::string_view view_;
 };
 
 struct Version {
@@ -51,60 +57,47 @@ uint64_t pack(const Version& version) {
            extended(version.build);
 }
 
-// Reads a number as scanf's "%d" does, white space and sign included, and takes it off the text. It
-// saturates where scanf's result is undefined. False when there is no number.
-bool take_number(std::string_view& text, int32_t& number) {
-    size_t at = text.find_first_not_of(velora_com::qel::support::white_space);
-    if (at == std::string_view::npos) {
-        return false;
-    }
-    const bool negative = text[at] == '-';
-    if (negative || text[at] == '+') {
+// Reads a number as scanf's "%d" does, white space and sign included; it saturates where scanf's result
+// is undefined. Returns where the number ends, or null when there is none.
+const char* read_number(const char* at, const char* end, int32_t& number) {
+    while (at != end && is_space(*at)) {
         ++at;
     }
-    if (at == text.size() || !is_digit(text[at])) {
-        return false;
+    const bool negative = at != end && *at == '-';
+    if (negative || (at != end && *at == '+')) {
+        ++at;
+    }
+    if (at == end || !is_digit(*at)) {
+        return nullptr;
     }
     const int64_t limit = std::numeric_limits<int32_t>::max() + int64_t{negative};
     int64_t value = 0;
-    for (; at < text.size() && is_digit(text[at]); ++at) {
-        value = std::min(value * 10 + (text[at] - '0'), limit);
+    for (; at != end && is_digit(*at); ++at) {
+        value = std::min(value * 10 + (*at - '0'), limit);
     }
     number = static_cast<int32_t>(negative ? -value : value);
-    text.remove_prefix(at);
-    return true;
+    return at;
 }
 
 // Reads "major:minor:build" as far as it goes; parts that are not there keep their values.
 void read_version(std::string_view text, Version& version) {
-    if (!take_number(text, version.major)) {
-        return;
-    }
+    const char* const end = text.data() + text.size();
+    const char* at = read_number(text.data(), end, version.major);
     for (int32_t* part : {&version.minor, &version.build}) {
-        if (text.empty() || text[0] != ':') {
+        if (at == nullptr || at == end || *at != ':') {
             return;
         }
-        text.remove_prefix(1);
-        if (!take_number(text, *part)) {
-            return;
-        }
+        at = read_number(at + 1, end, *part);
     }
 }
 
-// Takes the text up to a separator, or all of it, off the front. The second half is only there when
-// the separator is.
-struct Halves {
-    std::string_view first;
-    std::string_view second;
-    bool divided;
-};
+// The text up to a separator, or all of it. What follows the separator begins one further.
+std::string_view until(std::string_view text, char separator) {
+    return text.substr(0, text.find(separator));
+}
 
-Halves divide(std::string_view text, char separator) {
-    const size_t at = text.find(separator);
-    if (at == std::string_view::npos) {
-        return {text, {}, false};
-    }
-    return {text.substr(0, at), text.substr(at + 1), true};
+std::string_view behind(std::string_view text, std::string_view front) {
+    return text.substr(std::min(front.size() + 1, text.size()));
 }
 
 }  // namespace
@@ -119,9 +112,9 @@ uint32_t orumcomn_IsPlatformMatch(const char* platform, const char* list) {
         !entries.assign(list)) {
         return ORU_FAILURE;
     }
-    const Halves description = divide(machine.view(), ':');
+    const std::string_view name = until(machine.view(), ':');
     Version own{0, 0, 0};
-    read_version(description.second, own);
+    read_version(behind(machine.view(), name), own);
     const uint64_t version = pack(own);
 
     // Kept from one entry to the next.
@@ -129,22 +122,21 @@ uint32_t orumcomn_IsPlatformMatch(const char* platform, const char* list) {
     Version upper{65535, -1, 65535};
 
     uint32_t result = ORU_FAILURE;
-    for (Halves rest{{}, entries.view(), true}; rest.divided;) {
-        rest = divide(rest.second, '|');
-        if (rest.first.empty()) {
+    std::string_view entry;
+    for (std::string_view rest = entries.view(); !rest.empty(); rest = behind(rest, entry)) {
+        entry = until(rest, '|');
+        const std::string_view wanted = until(entry, ':');
+        if (entry.empty() || name.find(wanted) == std::string_view::npos) {
             continue;
         }
-        const Halves entry = divide(rest.first, ':');
-        if (description.first.find(entry.first) == std::string_view::npos) {
-            continue;
-        }
-        if (!entry.divided) {
+        if (wanted.size() == entry.size()) {
             return match;
         }
         result = named;
-        read_version(entry.second, lower);
-        if (const Halves bounds = divide(entry.second, '-'); bounds.divided) {
-            read_version(bounds.second, upper);
+        const std::string_view range = behind(entry, wanted);
+        read_version(range, lower);
+        if (const size_t dash = range.find('-'); dash != std::string_view::npos) {
+            read_version(range.substr(dash + 1), upper);
         }
         if (pack(lower) <= version && version <= pack(upper)) {
             return match;
