@@ -3,19 +3,17 @@
 #include <pthread.h>
 #include <unistd.h>
 
-#include <atomic>
-
 namespace velora_com::qel::lists {
+
+std::atomic<uint32_t> cached_process_id{kUnknownProcess};
+
 namespace {
 
-constexpr uint32_t kUnknown = 0;  // no process that runs this code has the id 0
-
-std::atomic<uint32_t> cached{kUnknown};
 std::atomic<bool> child_forgets{false};
 pthread_once_t watch_once = PTHREAD_ONCE_INIT;
 
 void forget() {
-    cached.store(kUnknown, std::memory_order_relaxed);
+    cached_process_id.store(kUnknownProcess, std::memory_order_relaxed);
 }
 
 void watch_forks() {
@@ -24,15 +22,11 @@ void watch_forks() {
 
 }  // namespace
 
-uint32_t process_id() {
-    const uint32_t known = cached.load(std::memory_order_relaxed);
-    if (known != kUnknown) {
-        return known;
-    }
+uint32_t ask_process_id() {
     pthread_once(&watch_once, watch_forks);
     const auto current = static_cast<uint32_t>(getpid());
     if (child_forgets) {
-        cached.store(current, std::memory_order_relaxed);
+        cached_process_id.store(current, std::memory_order_relaxed);
     }
     return current;
 }

@@ -3,38 +3,40 @@
 // tests/model/se_lock.pml is a model of this file and of se_lock_wait.cpp with the same function names;
 // a change here is a change there.
 #include "vlrcomn/se_lock.h"
+
 #include "lists/notification.h"
 #include "lists/process_id.h"
 #include "lists/se_lock_record.h"
 #include "lists/se_lock_wait.h"
 #include "lists/spin_word.h"
+#include "lists/thread_registry.h"
 
 namespace {
 
 using namespace velora_com::qel::lists;
 
 // A thread without identity owns nothing, although a lock without owner holds the same value.
-bool owned_by(const orSELock& lock, uintptr_t me) {
-    return lock.owner == me && me != ORSO_NO_THREAD;
+bool owned_by_me(const orSELock& lock) {
+    return lock.owner != ORSO_NO_THREAD && lock.owner == identity();
 }
 
-bool may_take_exclusive(const orSELock& lock, uintptr_t me) {
-    return lock.count == 0 || owned_by(lock, me);
+bool may_take_exclusive(const orSELock& lock) {
+    return lock.count == 0 || owned_by_me(lock);
 }
 
-bool may_share_past_writers(const orSELock& lock, uintptr_t me) {
-    return lock.owner == ORSO_NO_THREAD || owned_by(lock, me);
+bool may_share_past_writers(const orSELock& lock) {
+    return lock.owner == ORSO_NO_THREAD || owned_by_me(lock);
 }
 
-bool may_share_behind_writers(const orSELock& lock, uintptr_t me) {
-    return lock.count == 0 || owned_by(lock, me) ||
+bool may_share_behind_writers(const orSELock& lock) {
+    return lock.count == 0 || owned_by_me(lock) ||
            (lock.owner == ORSO_NO_THREAD && lock.writers == nullptr);
 }
 
-void grant_exclusive(orSELock& lock, uintptr_t me, Transition transition) {
+void grant_exclusive(orSELock& lock, Transition transition) {
     ++lock.count;
     if (lock.owner == ORSO_NO_THREAD) {
-        lock.owner = me;
+        lock.owner = identity();
         lock.last_transition = transition;
     }
     lock.owner_process = process_id();
@@ -46,18 +48,16 @@ int take_shared(orSELock* lock, int wait, MayShare may_share) {
     if (lock == nullptr) {
         return 0;
     }
-    const uintptr_t me = orSO_GetThread();
     Waiter waiter;
     {
         const SpinGuard guard(lock->spin);
-        if (may_share(*lock, me)) {
+        if (may_share(*lock)) {
             ++lock->count;
             return 1;
         }
-        if (!may_wait(wait, me)) {
+        if (!enqueue(lock->shared_waiters, waiter, wait)) {
             return 0;
         }
-        enqueue(lock->shared_waiters, waiter, me);
     }
     wait_for_grant(*lock, lock->shared_waiters, waiter);
     return 1;
@@ -92,18 +92,16 @@ int orSO_SELockExclusive(orSELock* lock, int wait) {
     if (lock == nullptr) {
         return 0;
     }
-    const uintptr_t me = orSO_GetThread();
     Waiter waiter;
     {
         const SpinGuard guard(lock->spin);
-        if (may_take_exclusive(*lock, me)) {
-            grant_exclusive(*lock, me, kExclusiveGranted);
+        if (may_take_exclusive(*lock)) {
+            grant_exclusive(*lock, kExclusiveGranted);
             return 1;
         }
-        if (!may_wait(wait, me)) {
+        if (!enqueue(lock->writers, waiter, wait)) {
             return 0;
         }
-        enqueue(lock->writers, waiter, me);
     }
     wait_for_grant(*lock, lock->writers, waiter);
     return 1;
@@ -122,10 +120,9 @@ int orSO_SELockExclusiveNotify(orSELock* lock, orSO_NotifyCallback callback, uin
     if (lock == nullptr) {
         return 0;
     }
-    const uintptr_t me = orSO_GetThread();
     const SpinGuard guard(lock->spin);
-    if (may_take_exclusive(*lock, me)) {
-        grant_exclusive(*lock, me, kGrantedByNotify);
+    if (may_take_exclusive(*lock)) {
+        grant_exclusive(*lock, kGrantedByNotify);
         return 1;
     }
     if (callback != nullptr) {
@@ -167,7 +164,7 @@ void orSO_SELockRelease(orSELock* lock) {
         grant_to_latest_writer(*lock);
     } else if (lock->shared_waiters != nullptr) {
         grant_to_shared_waiters(*lock);
-    } else {
+    } else if (lock->notifications != nullptr) {
         notify_free(lock->notifications);
     }
 }

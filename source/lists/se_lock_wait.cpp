@@ -4,6 +4,7 @@
 
 #include "lists/process_id.h"
 #include "lists/spin_word.h"
+#include "lists/thread_registry.h"
 #include "vlrcomn/sync.h"
 
 namespace velora_com::qel::lists {
@@ -55,11 +56,15 @@ void leave_cancelled(void* argument) {
 
 }  // namespace
 
-void enqueue(orLLItem*& queue, Waiter& waiter, uintptr_t me) {
-    waiter.thread = me;
+bool enqueue(orLLItem*& queue, Waiter& waiter, int wait) {
+    waiter.thread = identity();
+    if (wait != 1 || waiter.thread == ORSO_NO_THREAD) {
+        return false;
+    }
     waiter.process = process_id();
     waiter.waiting = 1;
     orLL_XInsertHead(&queue, &waiter);
+    return true;
 }
 
 void wait_for_grant(orSELock& lock, orLLItem*& queue, Waiter& waiter) {

@@ -7,13 +7,9 @@
 
 namespace velora_com::qel::lists {
 
-// Tells whether a thread that is not let in now goes on to wait. Without an event it could not be woken.
-inline bool may_wait(int wait, uintptr_t me) {
-    return wait == 1 && me != ORSO_NO_THREAD;
-}
-
-// Puts the calling thread at the head of a queue. Under the spin word.
-void enqueue(orLLItem*& queue, Waiter& waiter, uintptr_t me);
+// Puts the calling thread at the head of a queue, under the spin word. False when it does not want to
+// wait or, not being attached, has no event that could wake it.
+bool enqueue(orLLItem*& queue, Waiter& waiter, int wait);
 
 // Sleeps until the waiter has been let in. Called without the spin word. Only cancellation ends it
 // otherwise: the waiter is then no longer queued and holds nothing.

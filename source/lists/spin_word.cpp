@@ -1,13 +1,12 @@
+#include "lists/spin_word.h"
+
 #include <unistd.h>
 
 #include "support/owners.h"
 #include "vlrcomn/se_lock.h"
-#include "vlrcomn/sync.h"
 
+namespace velora_com::qel::lists {
 namespace {
-
-constexpr int32_t kFree = 0;
-constexpr int32_t kHeld = 1;
 
 constexpr unsigned kTriesAtOnce = 4000;
 constexpr unsigned kTriesPerSleep = 100;
@@ -22,37 +21,36 @@ void back_off(unsigned attempt) {
     }
 }
 
-bool try_to_take(volatile int32_t* spin) {
-    return oruInterlockedExchange(spin, kHeld) == kFree;
-}
-
-// Kept apart, so that taking a free word costs one exchange and nothing else.
-void take_contended(volatile int32_t* spin) {
-    using namespace velora_com::qel::support;
-    const ErrnoKeeper errno_keeper;
-    const CancellationOff uncancelled;
-    for (unsigned attempt = 0;; attempt += attempt < kTriesInAll) {
-        back_off(attempt);
-        if (try_to_take(spin)) {
-            return;
-        }
-    }
-}
-
 }  // namespace
+
+void take_contended_spin(volatile int32_t& spin) {
+    const support::ErrnoKeeper errno_keeper;
+    // A sleep is a cancellation point; a thread that were cancelled here while it releases a lock could
+    // not tell whether it still holds it.
+    const support::CancellationOff uncancelled;
+    unsigned attempt = 0;
+    do {
+        back_off(attempt);
+        attempt += attempt < kTriesInAll ? 1 : 0;
+    } while (!try_to_take_spin(spin));
+}
+
+}  // namespace velora_com::qel::lists
+
+using namespace velora_com::qel::lists;
 
 extern "C" {
 
 int32_t orSL_Get(volatile int32_t* spin) {
-    if (spin != nullptr && !try_to_take(spin)) {
-        take_contended(spin);
+    if (spin != nullptr) {
+        take_spin(*spin);
     }
     return 0;
 }
 
 void orSL_Release(volatile int32_t* spin) {
     if (spin != nullptr) {
-        oruInterlockedExchange(spin, kFree);
+        release_spin(*spin);
     }
 }
 

@@ -1,18 +1,39 @@
-// Holding a spin word for a scope.
+// The spin word as the library's own locks use it.
 #pragma once
 
 #include <cstdint>
 
-#include "vlrcomn/se_lock.h"
+#include "vlrcomn/sync.h"
 
 namespace velora_com::qel::lists {
+
+constexpr int32_t kSpinFree = 0;
+constexpr int32_t kSpinHeld = 1;
+
+inline bool try_to_take_spin(volatile int32_t& spin) {
+    return oruInterlockedExchange(&spin, kSpinHeld) == kSpinFree;
+}
+
+// Goes on after a first try that failed.
+void take_contended_spin(volatile int32_t& spin);
+
+// Taking a free word costs one exchange and nothing else.
+inline void take_spin(volatile int32_t& spin) {
+    if (!try_to_take_spin(spin)) {
+        take_contended_spin(spin);
+    }
+}
+
+inline void release_spin(volatile int32_t& spin) {
+    oruInterlockedExchange(&spin, kSpinFree);
+}
 
 // Holds a spin word while it lives. The scope must not contain a cancellation point: where the system
 // runs no destructors for a cancelled thread the word would stay held for ever.
 class SpinGuard {
 public:
-    explicit SpinGuard(volatile int32_t& spin) : spin_(spin) { orSL_Get(&spin_); }
-    ~SpinGuard() { orSL_Release(&spin_); }
+    explicit SpinGuard(volatile int32_t& spin) : spin_(spin) { take_spin(spin_); }
+    ~SpinGuard() { release_spin(spin_); }
     SpinGuard(const SpinGuard&) = delete;
     SpinGuard& operator=(const SpinGuard&) = delete;
 

@@ -1,24 +1,20 @@
 #include "lists/thread_registry.h"
 
 #include "vlrcomn/handle.h"
-#include "vlrcomn/se_lock.h"
 #include "vlrcomn/sync.h"
-#include "vlrcomn/thread.h"
 
 std::atomic<int32_t> orSO_tls_index{-1};
 
+using namespace velora_com::qel::lists;
+
 namespace {
 
-uint32_t index() {
-    return static_cast<uint32_t>(orSO_tls_index.load(std::memory_order_acquire));
-}
-
 void* stored_value() {
-    return oruTlsGetValue(index());
+    return oruTlsGetValue(registry_index());
 }
 
 int mark_unregistered() {
-    return oruTlsSetValue(index(), ORU_INVALID_HANDLE);
+    return oruTlsSetValue(registry_index(), ORU_INVALID_HANDLE);
 }
 
 }  // namespace
@@ -32,13 +28,13 @@ int32_t orSO_ProcessAttach() {
 }
 
 int orSO_ProcessDetach() {
-    const int freed = oruTlsFree(index());
+    const int freed = oruTlsFree(registry_index());
     orSO_tls_index.store(-1, std::memory_order_release);
     return freed;
 }
 
 uintptr_t orSO_ThreadAttach() {
-    const uintptr_t known = orSO_GetThread();
+    const uintptr_t known = identity();
     if (known != ORSO_NO_THREAD) {
         return known;
     }
@@ -46,7 +42,7 @@ uintptr_t orSO_ThreadAttach() {
     if (event == nullptr) {
         return 0;
     }
-    if (oruTlsSetValue(index(), event) == 0) {
+    if (oruTlsSetValue(registry_index(), event) == 0) {
         oruCloseHandle(event);
         return 0;
     }
@@ -65,8 +61,7 @@ int orSO_ThreadAttachX() {
 void orSO_ThreadDetachX() {}
 
 uintptr_t orSO_GetThread() {
-    void* const value = stored_value();
-    return value == nullptr ? ORSO_NO_THREAD : reinterpret_cast<uintptr_t>(value);
+    return identity();
 }
 
 uintptr_t orSO_DbgGetThread() {
