@@ -7,7 +7,6 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
@@ -23,7 +22,7 @@ thread_local const char* fired_call = nullptr;
 thread_local bool clock_is_set = false;
 thread_local timeval set_time;
 
-std::atomic<int> allocations, conditions, mutexes, thread_attributes, thread_keys;
+thread_local int64_t allocations, conditions, mutexes, thread_attributes, thread_keys;
 
 bool fails(const char* call) noexcept {
     if (calls_left == 0 || (only_call != nullptr && std::strcmp(only_call, call) != 0) ||
@@ -35,7 +34,7 @@ bool fails(const char* call) noexcept {
 }
 
 // Counts a success of a call that reports by 0 or an error number.
-int counted(int error, std::atomic<int>& counter, int difference) noexcept {
+int counted(int error, int64_t& counter, int difference) noexcept {
     if (error == 0) {
         counter += difference;
     }

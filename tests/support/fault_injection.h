@@ -29,8 +29,10 @@ public:
     const char* fired() const noexcept;
 };
 
-// What the process holds of each kind that can leak. Memory that the C library allocates for its caller
-// other than by the listed calls is not seen; giving it to free() would count below zero.
+// What the calling thread has taken and not given back of each kind that can leak, and the descriptors of
+// the process. Other threads' doings, such as the end of a detached thread, do not count. Memory that the
+// C library allocates for its caller other than by the listed calls is not seen; giving it to free() would
+// count below zero.
 struct Resources {
     int64_t allocations, conditions, mutexes, thread_attributes, thread_keys, descriptors;
 };

@@ -11,10 +11,10 @@ namespace {
 
 class FileHandle : public testing::Test {
 protected:
-    void SetUp() override {
+    void make(int delete_on_close) {
         std::snprintf(path_, sizeof path_, "%s/vlrcomn-handle-XXXXXX", testing::TempDir().c_str());
         record_ = make_handle_record(ORU_KIND_FILE).release();
-        file_ = new FileRecord{mkstemp(path_), 0, 0, {}};
+        file_ = new FileRecord{mkstemp(path_), delete_on_close, 0, {}};
         std::memcpy(file_->path, path_, sizeof path_);
         record_->pData = file_;
     }
@@ -50,28 +50,20 @@ TEST(CloseHandle, FreesOnTheLastReference) {
     EXPECT_EQ(oruCloseHandle(event), 1);
 }
 
-TEST_F(FileHandle, ClosesTheDescriptorAndKeepsTheFile) {
-    const int descriptor = file_->descriptor;
-    EXPECT_EQ(oruCloseHandle(record_), 1);
-    EXPECT_EQ(fcntl(descriptor, F_GETFD), -1);
-    EXPECT_TRUE(file_exists());
-}
-
-TEST_F(FileHandle, DeletesOnCloseOnlyForExactlyOne) {
-    for (const int flag : {2, 1}) {
-        SetUp();
-        file_->delete_on_close = flag;
+TEST_F(FileHandle, ClosesTheDescriptorAndDeletesOnlyForExactlyOne) {
+    for (const int delete_on_close : {0, 1, 2}) {
+        make(delete_on_close);
+        const int descriptor = file_->descriptor;
         EXPECT_EQ(oruCloseHandle(record_), 1);
-        EXPECT_EQ(file_exists(), flag != 1);
-        TearDown();
-        SetUp();
+        EXPECT_EQ(fcntl(descriptor, F_GETFD), -1);
+        EXPECT_EQ(file_exists(), delete_on_close != 1);
+        unlink(path_);
     }
-    EXPECT_EQ(oruCloseHandle(record_), 1);
 }
 
 TEST_F(FileHandle, KeepsTheRecordWhenAStepFails) {
+    make(1);
     const int descriptor = file_->descriptor;
-    file_->delete_on_close = 1;
     unlink(path_);
     EXPECT_EQ(oruCloseHandle(record_), 0);
     EXPECT_EQ(oruGetLastError(), ORU_ERROR_HANDLE_EOF);
