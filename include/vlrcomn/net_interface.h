@@ -29,6 +29,8 @@ struct sockaddr;
 
 namespace velora_com::qel {
 
+class NetInterfaceList;
+
 /** The field that IPAddress::setOption sets. */
 enum IP_PARAM {
     IP_ADDRESS = 0,    /**< numeric text of the address; a text */
@@ -71,6 +73,8 @@ public:
     unsigned int getIPFamily() const;
 
 private:
+    friend class NetInterfaceList;
+
     std::string address_;
     std::string subnet_mask_;
     std::string subnet_address_;
@@ -126,6 +130,8 @@ public:
 
 private:
     friend class NetInterfaceList;
+    friend VLRCOMN_API int getMACAddressFromIPAddress(std::string& mac, const std::string& ip,
+                                                      NetInterfaceList& list);
 
     uint32_t index_ = 0;
     std::string mac_address_;
@@ -182,6 +188,13 @@ public:
     NetInterface& getNetInterface(const unsigned int& index);
 
 private:
+    friend VLRCOMN_API int getNetInterfaceFromIPAddress(NetInterface& out, const std::string& ip,
+                                                        NetInterfaceList& list);
+    friend VLRCOMN_API int getMACAddressFromIPAddress(std::string& mac, const std::string& ip,
+                                                      NetInterfaceList& list);
+
+    const NetInterface* find_address(const std::string& ip) const;
+
     std::map<uint32_t, NetInterface> interfaces_;
     bool include_loopback_;
     NetInterface spare_;

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 
 #include "support/boundary.h"
@@ -5,31 +6,38 @@
 
 namespace velora_com::qel {
 
-int getNetInterfaceFromIPAddress(NetInterface& out, const std::string& ip, NetInterfaceList& list) {
-    return support::or_failure(0, [&] {
-        for (const unsigned int index : list.getIndexes()) {
-            NetInterface candidate;
-            if (list.getNetInterface(index, candidate) != 1) {
-                return 0;
-            }
-            for (const IPAddress& address : candidate.getIPAddress()) {
-                if (address.getIPAddress() == ip) {
-                    out = std::move(candidate);
-                    return 1;
-                }
-            }
+const NetInterface* NetInterfaceList::find_address(const std::string& ip) const {
+    for (const auto& [index, interface] : interfaces_) {
+        const auto& addresses = interface.addresses_;
+        if (std::any_of(addresses.begin(), addresses.end(),
+                        [&ip](const IPAddress& address) { return address.address_ == ip; })) {
+            return &interface;
         }
+    }
+    return nullptr;
+}
+
+int getNetInterfaceFromIPAddress(NetInterface& out, const std::string& ip, NetInterfaceList& list) {
+    const NetInterface* const found = list.find_address(ip);
+    if (found == nullptr) {
         return 0;
+    }
+    return support::or_failure(0, [found, &out] {
+        NetInterface copy = *found;
+        out = std::move(copy);
+        return 1;
     });
 }
 
 int getMACAddressFromIPAddress(std::string& mac, const std::string& ip, NetInterfaceList& list) {
-    NetInterface found;
-    if (getNetInterfaceFromIPAddress(found, ip, list) != 1) {
+    const NetInterface* const found = list.find_address(ip);
+    if (found == nullptr) {
         return 0;
     }
-    mac = found.getMACAddress();
-    return 1;
+    return support::or_failure(0, [found, &mac] {
+        mac = found->mac_address_;
+        return 1;
+    });
 }
 
 }  // namespace velora_com::qel

@@ -2,7 +2,10 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <ifaddrs.h>
+#include <netdb.h>
 #include <pthread.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -277,3 +280,16 @@ WRAP_CALL(opendir, DIR*, nullptr, EMFILE, (const char* path), (path))
 WRAP_CALL(fdopendir, DIR*, nullptr, ENOMEM, (int file), (file))
 WRAP_CALL(readdir, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
 WRAP_CALL(readdir64, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
+WRAP_CALL(getifaddrs, int, -1, ENOMEM, (struct ifaddrs * *list), (list))
+WRAP_CALL(getnameinfo, int, EAI_MEMORY, ENOMEM,
+          (const sockaddr* address, socklen_t size, char* host, socklen_t host_size, char* service,
+           socklen_t service_size, int flags),
+          (address, size, host, host_size, service, service_size, flags))
+WRAP_CALL(socket, int, -1, EMFILE, (int family, int type, int protocol), (family, type, protocol))
+WRAP_CALL(getsockname, int, -1, ENOBUFS, (int file, sockaddr* address, socklen_t* size),
+          (file, address, size))
+WRAP_CALL(getsockopt, int, -1, ENOBUFS,
+          (int file, int level, int option, void* value, socklen_t* size),
+          (file, level, option, value, size))
+WRAP_CALL(ioctl, int, -1, ENODEV, (int file, unsigned long request, void* argument),
+          (file, request, argument))
