@@ -67,7 +67,11 @@ extern "C" {
 #define ORU_ATTRIBUTE_DIRECTORY UINT32_C(0x10)
 
 /** Failure of oruFindFirstDirEnt(). */
+#ifdef __cplusplus
+#define ORU_INVALID_SEARCH (static_cast<intptr_t>(-1))
+#else
 #define ORU_INVALID_SEARCH ((intptr_t)-1)
+#endif
 
 /** How many searches can be open at once. */
 #define ORU_MAX_SEARCHES 50
@@ -109,7 +113,8 @@ VLRCOMN_API oruHandle oruCreateFileAW(const char* name, uint32_t access, uint32_
  * @param file a file handle; anything else is refused (EINVAL).
  * @param buffer room for `count` bytes.
  * @param count bytes wanted.
- * @param bytes_read receives the bytes read, which may be fewer; must be valid. Left alone on failure.
+ * @param bytes_read receives the bytes read, which may be fewer; null is refused (EINVAL). Left alone on
+ * failure.
  * @param overlapped ignored.
  * @return 1 (also at the end of the file, with 0 bytes), or 0 with `errno` telling why. An interrupted
  * call fails with EINTR.

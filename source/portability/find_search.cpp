@@ -1,0 +1,135 @@
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "portability/errors.h"
+#include "portability/find_data.h"
+#include "portability/find_table.h"
+#include "support/owners.h"
+#include "vlrcomn/file.h"
+
+namespace velora_com::qel::portability {
+
+SearchSlot pDirEntTable[ORU_MAX_SEARCHES];
+pthread_mutex_t MutexDirEnt = PTHREAD_MUTEX_INITIALIZER;
+
+namespace {
+
+using support::CancellationOff;
+using support::MutexGuard;
+
+// Copies a text that fits and tells whether it does.
+bool copy_text(char (&to)[search_text_size], const char* from, size_t length) {
+    if (length >= sizeof to) {
+        return false;
+    }
+    std::memcpy(to, from, length);
+    to[length] = '\0';
+    return true;
+}
+
+bool split_path(const char* path, SearchEntry& search) {
+    const char* const slash = std::strrchr(path, '/');
+    const char* const pattern = slash != nullptr ? slash + 1 : path;
+    const bool directory_fits =
+        slash != nullptr ? copy_text(search.directory, path, static_cast<size_t>(pattern - path))
+                         : copy_text(search.directory, ".", 1);
+    return directory_fits && copy_text(search.pattern, pattern, std::strlen(pattern));
+}
+
+// The slot of a handle, or null.
+SearchSlot* slot_of(intptr_t search) {
+    return search >= 1 && search <= ORU_MAX_SEARCHES ? &pDirEntTable[search - 1] : nullptr;
+}
+
+// Puts the search into the lowest empty slot and returns its handle; without one the search stays
+// the caller's.
+intptr_t claim_slot(std::unique_ptr<SearchEntry>& search) {
+    const MutexGuard lock(MutexDirEnt);
+    for (intptr_t handle = 1; handle <= ORU_MAX_SEARCHES; ++handle) {
+        std::atomic<SearchEntry*>& entry = slot_of(handle)->entry;
+        if (entry.load(std::memory_order_relaxed) == nullptr) {
+            entry.store(search.release(), std::memory_order_release);
+            return handle;
+        }
+    }
+    return ORU_INVALID_SEARCH;
+}
+
+bool read_next(const SearchEntry& search, oruFindData& data) {
+    while (const dirent* const entry = ::readdir(search.stream.get())) {
+        if (std::strlen(entry->d_name) < sizeof data.name &&
+            oruWildCardMatch(search.pattern, entry->d_name) == 0) {
+            fill_find_data(data, *entry, search.directory, search.stream.get());
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+}  // namespace velora_com::qel::portability
+
+using namespace velora_com::qel::portability;
+
+intptr_t oruFindFirstDirEnt(const char* path, oruFindData* data) {
+    if (path == nullptr || data == nullptr) {
+        note_error(EINVAL);
+        return ORU_INVALID_SEARCH;
+    }
+    const CancellationOff cancellation_off;
+    std::unique_ptr<SearchEntry> search(new (std::nothrow) SearchEntry{});
+    if (!search) {
+        note_error(EAGAIN);
+        return ORU_INVALID_SEARCH;
+    }
+    if (!split_path(path, *search)) {
+        note_error(EINVAL);
+        errno = ENAMETOOLONG;
+        return ORU_INVALID_SEARCH;
+    }
+    search->stream.reset(::opendir(search->directory));
+    if (!search->stream) {
+        return ORU_INVALID_SEARCH;
+    }
+    const intptr_t handle = claim_slot(search);
+    if (handle == ORU_INVALID_SEARCH) {
+        note_error(EAGAIN);
+        return ORU_INVALID_SEARCH;
+    }
+    if (oruFindNextDirEnt(handle, data) != 1) {
+        const velora_com::qel::support::ErrnoKeeper keeper;
+        oruFindCloseDirEnt(handle);
+        return ORU_INVALID_SEARCH;
+    }
+    return handle;
+}
+
+int oruFindNextDirEnt(intptr_t search, oruFindData* data) {
+    SearchSlot* const slot = slot_of(search);
+    if (slot != nullptr && data != nullptr) {
+        const CancellationOff cancellation_off;
+        const MutexGuard lock(slot->mutex);
+        if (const SearchEntry* const entry = slot->entry.load(std::memory_order_acquire)) {
+            return read_next(*entry, *data) ? 1 : 0;
+        }
+    }
+    note_error(EINVAL);
+    return 0;
+}
+
+int oruFindCloseDirEnt(intptr_t search) {
+    std::unique_ptr<SearchEntry> entry;
+    if (SearchSlot* const slot = slot_of(search)) {
+        const MutexGuard lock(slot->mutex);
+        entry.reset(slot->entry.exchange(nullptr, std::memory_order_acq_rel));
+    }
+    if (!entry) {
+        note_error(EINVAL);
+        return 0;
+    }
+    const CancellationOff cancellation_off;
+    return ::closedir(entry->stream.release()) == 0 ? 1 : 0;
+}

@@ -1,0 +1,33 @@
+#include <cstdio>
+#include <cstring>
+
+#include "vlrcomn/file_system.h"
+
+namespace {
+
+char to_upper(char letter) {
+    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+}  // namespace
+
+bool orumcomn_create_guid(GUID* guid, char* text, size_t size) {
+    GUID created{};
+    char plain[ORU_GUID_TEXT_SIZE] = "";
+    if ((text == nullptr && size != 0) || oruCoCreateGuid(&created) == nullptr ||
+        oruUuidToStringA(&created, plain) == nullptr) {
+        return false;
+    }
+    for (char& letter : plain) {
+        letter = to_upper(letter);
+    }
+    char braced[sizeof plain + 2];
+    std::snprintf(braced, sizeof braced, "{%s}", plain);
+    if (size != 0) {
+        std::strncpy(text, braced, size);  // cut without a terminator, by contract
+    }
+    if (guid != nullptr) {
+        *guid = created;
+    }
+    return true;
+}

@@ -1,0 +1,61 @@
+// An open folder of a tree that is being deleted.
+//
+// Built twice: by descriptors where the host has openat, so that what a path leads to meanwhile does not
+// matter, and by paths elsewhere, where what was opened is compared with what was looked at.
+#pragma once
+
+#include <dirent.h>
+#include <sys/types.h>
+
+#include <string>
+
+#include "support/owners.h"
+
+namespace velora_com::qel {
+
+// Says which folder it is, whatever its name.
+struct FolderIdentity {
+    dev_t device = 0;
+    ino_t file = 0;
+};
+
+inline bool operator==(const FolderIdentity& one, const FolderIdentity& other) {
+    return one.device == other.device && one.file == other.file;
+}
+
+class TreeFolder {
+public:
+    // The folder that `path` leads to, through a link too. Not open with errno set on failure.
+    static TreeFolder open_top(const char* path);
+
+    TreeFolder() = default;
+    explicit operator bool() const { return static_cast<bool>(stream_); }
+    const FolderIdentity& identity() const { return identity_; }
+
+    // The folder `name` in this one, never through a link. Not open with errno set on failure.
+    TreeFolder open_child(const char* name) const;
+    // The folder above, if it is the one expected.
+    TreeFolder open_parent(const FolderIdentity& expected) const;
+
+    // The next entry, "." and ".." included, null at the end; valid until the next call.
+    const dirent* next() const { return ::readdir(stream_.get()); }
+    // Back to the first entry.
+    void rewind() const { ::rewinddir(stream_.get()); }
+
+    // Whether an entry is certainly no folder, so that it can be removed without trying to enter it.
+    bool is_no_folder(const dirent& entry) const;
+
+    bool remove_file(const char* name) const;
+    bool remove_folder(const char* name) const;
+
+private:
+    // Each build has its own one of the two. What fails is closed.
+    static TreeFolder from_descriptor(support::FileDescriptor descriptor);
+    static TreeFolder open_path(std::string path);
+
+    support::Directory stream_;
+    FolderIdentity identity_;
+    std::string path_;  // unused where descriptors are enough
+};
+
+}  // namespace velora_com::qel
