@@ -47,7 +47,7 @@ SearchSlot* slot_of(intptr_t search) {
 // the caller's.
 intptr_t claim_slot(std::unique_ptr<SearchEntry>& search) {
     const MutexGuard lock(MutexDirEnt);
-    for (intptr_t handle = 1; handle <= ORU_MAX_SEARCHES; ++handle) {
+    for (intptr_t handle = 1; lock && handle <= ORU_MAX_SEARCHES; ++handle) {
         std::atomic<SearchEntry*>& entry = slot_of(handle)->entry;
         if (entry.load(std::memory_order_relaxed) == nullptr) {
             entry.store(search.release(), std::memory_order_release);
@@ -112,6 +112,9 @@ int oruFindNextDirEnt(intptr_t search, oruFindData* data) {
     if (slot != nullptr && data != nullptr) {
         const CancellationOff cancellation_off;
         const MutexGuard lock(slot->mutex);
+        if (!lock) {
+            return 0;
+        }
         if (const SearchEntry* const entry = slot->entry.load(std::memory_order_acquire)) {
             return read_next(*entry, *data) ? 1 : 0;
         }
@@ -124,6 +127,9 @@ int oruFindCloseDirEnt(intptr_t search) {
     std::unique_ptr<SearchEntry> entry;
     if (SearchSlot* const slot = slot_of(search)) {
         const MutexGuard lock(slot->mutex);
+        if (!lock) {
+            return 0;
+        }
         entry.reset(slot->entry.exchange(nullptr, std::memory_order_acq_rel));
     }
     if (!entry) {

@@ -1,0 +1,300 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+
+#include "portability/errors.h"
+#include "portability/handle_object.h"
+#include "support/temporary_folder.h"
+#include "vlrcomn/file.h"
+#include "vlrcomn/file_system.h"
+#include "vlrcomn/handle.h"
+#include "vlrcomn/sync.h"
+
+namespace {
+
+using velora_com::qel::portability::FileRecord;
+using velora_com::qel::portability::nErrno;
+
+constexpr uint32_t untouched = 77;
+
+// The private error word that `call` leaves.
+template <typename Call>
+uint32_t noted(Call call) {
+    nErrno = untouched;
+    call();
+    return nErrno;
+}
+
+oruHandle open_file(const std::string& name, uint32_t access, uint32_t disposition,
+                    uint32_t flags = 0) {
+    return oruCreateFileAW(name.c_str(), access, 0, nullptr, disposition, flags, nullptr);
+}
+
+const FileRecord& record_of(oruHandle handle) {
+    return *static_cast<FileRecord*>(handle->pData);
+}
+
+class Files : public testing::Test {
+protected:
+    const TemporaryFolder folder_;
+};
+
+TEST_F(Files, RefusesWhatItDoesNotKnowBeforeTouchingAnything) {
+    const std::string name = folder_ / "new";
+    const std::string long_name =
+        folder_.path() + std::string(259 - folder_.path().size(), '/') + "x";
+    const struct {
+        const char* name;
+        uint32_t access, disposition, flags;
+    } cases[] = {
+        {nullptr, ORU_ACCESS_READ, ORU_CREATE_NEW, 0},
+        {name.c_str(), 0, ORU_CREATE_ALWAYS, 0},
+        {name.c_str(), ORU_ACCESS_WRITE | 1, ORU_CREATE_ALWAYS, 0},
+        {name.c_str(), ORU_ACCESS_WRITE, 0, 0},
+        {name.c_str(), ORU_ACCESS_WRITE, 5, 0},
+        {name.c_str(), ORU_ACCESS_WRITE, ORU_CREATE_ALWAYS, 1},
+        {name.c_str(), ORU_ACCESS_WRITE, ORU_CREATE_ALWAYS, ORU_DELETE_ON_CLOSE | 128},
+        {long_name.c_str(), ORU_ACCESS_WRITE, ORU_CREATE_ALWAYS, ORU_DELETE_ON_CLOSE},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(&each - cases);
+        EXPECT_EQ(noted([&] {
+                      EXPECT_EQ(oruCreateFileAW(each.name, each.access, 0, nullptr,
+                                                each.disposition, each.flags, nullptr),
+                                nullptr);
+                  }),
+                  EINVAL);
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
+}
+
+TEST_F(Files, DispositionsDecideWhatIsMadeAndEmptied) {
+    const std::string there = folder_.write("there", "old"), missing = folder_ / "missing";
+    const struct {
+        uint32_t disposition;
+        const std::string& name;
+        int error;
+        const char* left;
+    } cases[] = {
+        {ORU_CREATE_NEW, there, EEXIST, "old"}, {ORU_OPEN_ALWAYS, there, 0, "old"},
+        {ORU_OPEN_EXISTING, there, 0, "old"},   {ORU_OPEN_EXISTING, missing, ENOENT, nullptr},
+        {ORU_CREATE_ALWAYS, there, 0, ""},      {ORU_CREATE_ALWAYS, missing, 0, ""},
+        {ORU_CREATE_NEW, missing, EEXIST, ""},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(&each - cases);
+        errno = 0;
+        const oruHandle file = open_file(each.name, ORU_ACCESS_READ_WRITE, each.disposition, 128);
+        EXPECT_EQ(file == nullptr ? errno : 0, each.error);
+        if (file != nullptr) {
+            EXPECT_EQ(fcntl(record_of(file).descriptor, F_GETFD), FD_CLOEXEC);
+            EXPECT_EQ(oruCloseHandle(file), 1);
+        }
+        EXPECT_EQ(is_there(each.name), each.left != nullptr);
+        EXPECT_EQ(contents_of(each.name), each.left ? each.left : "");
+    }
+    struct stat status;
+    const mode_t mask = umask(0);
+    umask(mask);
+    ASSERT_EQ(stat(missing.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0660 & ~mask);
+}
+
+TEST_F(Files, ReadsWritesAndMovesTheirPosition) {
+    const oruHandle file =
+        open_file(folder_ / "file", ORU_ACCESS_READ_WRITE, ORU_CREATE_NEW, ORU_DELETE_ON_CLOSE);
+    ASSERT_NE(file, nullptr);
+    uint32_t count = 0;
+    EXPECT_EQ(oruWriteFile(file, "0123456789", 10, &count, nullptr), 1);
+    EXPECT_EQ(count, 10u);
+    EXPECT_EQ(oruSetFilePointer(file, -4, nullptr, ORU_FILE_END), 6u);
+    char buffer[8] = "";
+    EXPECT_EQ(oruReadFile(file, buffer, sizeof buffer, &count, nullptr), 1);
+    EXPECT_EQ(count, 4u);
+    EXPECT_STREQ(buffer, "6789");
+    EXPECT_EQ(record_of(file).end_of_file, 0);
+    EXPECT_EQ(oruReadFile(file, buffer, sizeof buffer, &count, nullptr), 1);
+    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(record_of(file).end_of_file, 1);
+
+    EXPECT_EQ(oruSetFilePointer(file, 3, nullptr, ORU_FILE_BEGIN), 3u);
+    EXPECT_EQ(oruSetEndOfFile(file), 1);
+    EXPECT_EQ(oruGetFileSize(file, nullptr), 3u);
+    errno = 0;
+    EXPECT_EQ(oruSetFilePointer(file, -4, nullptr, ORU_FILE_CURRENT), ORU_INVALID_SIZE);
+    EXPECT_EQ(errno, EINVAL);
+    EXPECT_EQ(oruSetFilePointer(file, 0, nullptr, 99), ORU_INVALID_SIZE);
+    EXPECT_EQ(oruReadFile(file, buffer, 1, nullptr, nullptr), 0);
+    EXPECT_EQ(oruWriteFile(file, buffer, 1, nullptr, nullptr), 0);
+
+    EXPECT_TRUE(is_there(folder_ / "file"));
+    EXPECT_EQ(oruCloseHandle(file), 1);
+    EXPECT_FALSE(is_there(folder_ / "file"));
+}
+
+TEST_F(Files, SizesAndPositionsPastFourGigabytesShowTheirLowWord) {
+    const oruHandle file = open_file(folder_ / "large", ORU_ACCESS_WRITE, ORU_CREATE_NEW);
+    ASSERT_NE(file, nullptr);
+    const struct {
+        int64_t size;
+        uint32_t low, high;
+    } cases[] = {
+        {131070, 131070, 2},
+        {0, 0, 0},
+        {0x80000005, 0x80000005u, 0x80000005u / 65535u},
+        {0x300000007, 7, static_cast<uint32_t>(0x300000007 / 65535)},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.size);
+        int64_t left = each.size;
+        oruSetFilePointer(file, 0, nullptr, ORU_FILE_BEGIN);
+        do {
+            const int64_t step = std::min<int64_t>(left, INT32_MAX);
+            oruSetFilePointer(file, static_cast<int32_t>(step), nullptr, ORU_FILE_CURRENT);
+            left -= step;
+        } while (left > 0);
+        EXPECT_EQ(oruSetFilePointer(file, 0, nullptr, ORU_FILE_CURRENT), each.low);
+        ASSERT_EQ(oruSetEndOfFile(file), 1);
+        uint32_t high = untouched;
+        EXPECT_EQ(oruGetFileSize(file, &high), each.low);
+        EXPECT_EQ(high, each.high);
+    }
+    EXPECT_EQ(oruCloseHandle(file), 1);
+}
+
+TEST_F(Files, HandlesThatAreNoFilesAreRefused) {
+    const oruHandle event = oruCreateEvent(nullptr, 1, 0, nullptr);
+    for (const oruHandle handle : {oruHandle{}, ORU_INVALID_HANDLE, event}) {
+        uint32_t count = untouched;
+        char byte = 'x';
+        EXPECT_EQ(noted([&] { EXPECT_EQ(oruReadFile(handle, &byte, 1, &count, nullptr), 0); }),
+                  EINVAL);
+        EXPECT_EQ(noted([&] { EXPECT_EQ(oruWriteFile(handle, &byte, 1, &count, nullptr), 0); }),
+                  EINVAL);
+        EXPECT_EQ(noted([&] { EXPECT_EQ(oruGetFileSize(handle, &count), ORU_INVALID_SIZE); }),
+                  EINVAL);
+        EXPECT_EQ(noted([&] {
+                      errno = 0;
+                      EXPECT_EQ(oruSetFilePointer(handle, 0, nullptr, 0), ORU_INVALID_SIZE);
+                      EXPECT_EQ(errno, EBADF);
+                      errno = 0;
+                      EXPECT_EQ(oruSetEndOfFile(handle), 0);
+                      EXPECT_EQ(errno, EBADF);
+                  }),
+                  untouched);
+        EXPECT_EQ(count, untouched);
+        EXPECT_EQ(byte, 'x');
+    }
+    EXPECT_EQ(oruCloseHandle(event), 1);
+}
+
+// A name that the record cannot hold opens all the same; only deletion would hit another file.
+TEST_F(Files, LongNamesOpen) {
+    std::string name = folder_ / "";
+    while (name.size() < 300) {
+        name += std::string(90, 'd');
+        std::filesystem::create_directory(name);
+        name += '/';
+    }
+    name += "file";
+    const oruHandle file = open_file(name, ORU_ACCESS_WRITE, ORU_CREATE_NEW);
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(std::string(record_of(file).path, 260), name.substr(0, 260));
+    EXPECT_EQ(oruCloseHandle(file), 1);
+    EXPECT_TRUE(is_there(name));
+}
+
+TEST_F(Files, TemporaryNamesAreNewEmptyFiles) {
+    const struct {
+        const char* prefix;
+        uint32_t unique, result;
+    } cases[] = {{"pre", 0, 1}, {nullptr, 42, 42}, {"pre", UINT32_MAX, UINT32_MAX}};
+    for (const auto& each : cases) {
+        const std::string start = folder_ / (each.prefix ? each.prefix : "");
+        std::string name(start.size() + 6, '?');
+        EXPECT_EQ(oruGetTempFileName(folder_.path().c_str(), each.prefix, each.unique, name.data()),
+                  each.result);
+        EXPECT_EQ(name.substr(0, start.size()), start);
+        EXPECT_EQ(std::strlen(name.c_str()), name.size());
+        EXPECT_TRUE(is_there(name));
+        EXPECT_EQ(contents_of(name), "");
+    }
+    char name[64] = "untouched";
+    EXPECT_EQ(oruGetTempFileName(nullptr, "", 7, name), 0u);
+    EXPECT_EQ(oruGetTempFileName(folder_.path().c_str(), "", 7, nullptr), 0u);
+    errno = 0;
+    EXPECT_EQ(oruGetTempFileName((folder_ / "missing").c_str(), "", 7, name), 0u);
+    EXPECT_EQ(errno, ENOENT);
+    EXPECT_STREQ(name, "untouched");
+}
+
+TEST_F(Files, CopyAndMoveByName) {
+    const std::string from = folder_.write("from", "text"), to = folder_ / "to";
+    EXPECT_EQ(oruCopyFile(from.c_str(), to.c_str(), 1), 1);
+    EXPECT_EQ(oruCopyFile(from.c_str(), to.c_str(), 1), 0);
+    folder_.write("from", "changed");
+    EXPECT_EQ(oruCopyFile(from.c_str(), to.c_str(), 2), 1) << "a flag of 2 is no flag";
+    EXPECT_EQ(contents_of(to), "changed");
+    EXPECT_EQ(oruMoveFile(to.c_str(), from.c_str()), 1);
+    EXPECT_FALSE(is_there(to));
+    EXPECT_EQ(oruMoveFile(to.c_str(), from.c_str()), 0);
+    EXPECT_EQ(oruGetLastError(), ORU_ERROR_HANDLE_EOF);
+    EXPECT_EQ(oruMoveFile(nullptr, from.c_str()), 0);
+    EXPECT_EQ(oruSetFileAttributes("no such file", 1), 1);
+    EXPECT_EQ(oruGetFileVersionInfo("name", 0, 0, nullptr), 0);
+    EXPECT_EQ(oruVerQueryValue(nullptr, "", nullptr, nullptr), 0);
+}
+
+TEST_F(Files, FullAndForbiddenFilesSayWhy) {
+    const oruHandle full = open_file("/dev/full", ORU_ACCESS_WRITE, ORU_OPEN_EXISTING);
+    if (full == nullptr) {
+        GTEST_SKIP() << "no /dev/full here";
+    }
+    uint32_t count = untouched;
+    EXPECT_EQ(oruWriteFile(full, "x", 1, &count, nullptr), 0);
+    EXPECT_EQ(oruGetLastError(), ORU_ERROR_NO_MORE_ITEMS);
+    EXPECT_EQ(oruReadFile(full, &count, 1, &count, nullptr), 0) << "opened to write";
+    EXPECT_EQ(oruGetLastError(), ORU_ERROR_MOD_NOT_FOUND);
+    EXPECT_EQ(count, untouched);
+    EXPECT_EQ(oruCloseHandle(full), 1);
+}
+
+// The small file family on top.
+TEST_F(Files, FileObjectsGoThroughTheirTable) {
+    orFile* file = nullptr;
+    ASSERT_EQ(orCreateFile((folder_ / "object").c_str(), ORU_ACCESS_READ_WRITE, 0, ORU_CREATE_NEW,
+                           ORU_DELETE_ON_CLOSE, &file),
+              ORU_SUCCESS);
+    orFile* other = nullptr;
+    ASSERT_EQ(orCreateFile((folder_ / "object").c_str(), ORU_ACCESS_READ, 0, ORU_OPEN_EXISTING, 0,
+                           &other),
+              ORU_SUCCESS);
+    EXPECT_NE(file->operations, other->operations);
+    uint32_t count = untouched;
+    EXPECT_EQ(other->operations->read(other, &count, 4, &count), ORU_FAILURE);
+    EXPECT_EQ(count, 0u) << "the end of the file";
+    EXPECT_EQ(file->operations->write(file, "abc", 3, &count), ORU_SUCCESS);
+    EXPECT_EQ(file->operations->get_size(file, &count), ORU_SUCCESS);
+    EXPECT_EQ(count, 3u);
+    char text[4] = "";
+    EXPECT_EQ(other->operations->read(other, text, 3, &count), ORU_SUCCESS);
+    EXPECT_STREQ(text, "abc");
+    EXPECT_EQ(orWriteFile(other, text, 3, &count), ORU_FAILURE);
+    EXPECT_EQ(file->operations->close(file), ORU_SUCCESS);
+    EXPECT_FALSE(is_there(folder_ / "object"));
+    EXPECT_EQ(other->operations->close(other), ORU_SUCCESS);
+
+    EXPECT_EQ(orCreateFile("", ORU_ACCESS_READ, 0, ORU_OPEN_EXISTING, 0, &file), ORU_FAILURE);
+    EXPECT_EQ(file, nullptr);
+    EXPECT_EQ(orCreateFile("x", 0, 0, 0, 0, nullptr), ORU_FAILURE);
+    EXPECT_EQ(orCloseFile(nullptr), ORU_SUCCESS);
+    EXPECT_EQ(orReadFile(nullptr, text, 1, &count), ORU_FAILURE);
+    EXPECT_EQ(orWriteFile(nullptr, text, 1, &count), ORU_FAILURE);
+    EXPECT_EQ(orGetFileSize(nullptr, &count), ORU_FAILURE);
+}
+
+}  // namespace

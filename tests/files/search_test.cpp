@@ -1,0 +1,195 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "portability/errors.h"
+#include "support/temporary_folder.h"
+#include "vlrcomn/file.h"
+#include "vlrcomn/file_system.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsSupersetOf;
+using velora_com::qel::portability::nErrno;
+
+// The names that a search finds.
+std::set<std::string> found(const std::string& path) {
+    std::set<std::string> names;
+    oruFindData data;
+    const intptr_t search = oruFindFirstDirEnt(path.c_str(), &data);
+    if (search != ORU_INVALID_SEARCH) {
+        do {
+            EXPECT_TRUE(names.insert(data.name).second) << data.name;
+        } while (oruFindNextDirEnt(search, &data) == 1);
+        EXPECT_EQ(oruFindCloseDirEnt(search), 1);
+    }
+    return names;
+}
+
+class Search : public testing::Test {
+protected:
+    const TemporaryFolder folder_;
+};
+
+TEST_F(Search, FindsWhatMatches) {
+    for (const char* name : {"a.txt", "b.txt", "c.doc", ".hidden"}) {
+        folder_.write(name);
+    }
+    EXPECT_THAT(found(folder_ / "*.txt"), ElementsAre("a.txt", "b.txt"));
+    EXPECT_THAT(found(folder_ / ""), ElementsAre(".", "..", ".hidden", "a.txt", "b.txt", "c.doc"));
+    EXPECT_THAT(found(folder_ / "c"), ElementsAre("c.doc"));
+    EXPECT_THAT(found(folder_ / "x*"), ElementsAre());
+    EXPECT_THAT(found(folder_ / "missing/*"), ElementsAre());
+    EXPECT_THAT(found("/de"), IsSupersetOf({"dev"}));
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder_.path());
+    EXPECT_THAT(found("*.doc"), ElementsAre("c.doc"));
+    std::filesystem::current_path(before);
+}
+
+TEST_F(Search, FillsTheRecordFromTheStatus) {
+    const std::string file = folder_.write("file", "12345");
+    const timespec times[2] = {{1000000001, 0}, {1000000002, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
+    std::filesystem::create_directory(folder_ / "sub");
+    std::filesystem::create_symlink("sub", folder_ / "link");
+    std::filesystem::create_symlink("nowhere", folder_ / "dangling");
+    std::filesystem::resize_file(folder_.write("large"), 0x100000003);
+    const struct {
+        const char* name;
+        bool known;
+        uint32_t attributes, size;
+    } cases[] = {
+        {"file", true, 0, 5},
+        {"sub", true, ORU_ATTRIBUTE_DIRECTORY, 0},
+        {"link", true, ORU_ATTRIBUTE_DIRECTORY, 0},
+        {"dangling", false, 0, 0},
+        {"large", true, 0, 3},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        oruFindData data;
+        std::memset(&data, 0x55, sizeof data);
+        const intptr_t search = oruFindFirstDirEnt((folder_ / each.name).c_str(), &data);
+        ASSERT_NE(search, ORU_INVALID_SEARCH);
+        EXPECT_STREQ(data.name, each.name);
+        EXPECT_EQ(data.attributes, each.attributes);
+        if (each.attributes == 0) {
+            EXPECT_EQ(data.size, each.size);
+        }
+        EXPECT_EQ(data.modification_time != 0, each.known);
+        EXPECT_EQ(data.reserved, 0u);
+        EXPECT_THAT(data.reserved2, ElementsAre(0, 0, 0, 0));
+        // The joined form gives the same record.
+        dirent entry{};
+        std::strcpy(entry.d_name, each.name);
+        oruFindData joined;
+        EXPECT_EQ(oruSetFindDataDirEnt(&joined, &entry, (folder_ / "").c_str()), &joined);
+        EXPECT_EQ(std::memcmp(&joined, &data, sizeof data), 0);
+        EXPECT_EQ(oruFindNextDirEnt(search, &data), 0);
+        EXPECT_EQ(oruFindCloseDirEnt(search), 1);
+    }
+    oruFindData data;
+    const intptr_t search = oruFindFirstDirEnt(file.c_str(), &data);
+    EXPECT_EQ(data.access_time, 1000000001u);
+    EXPECT_EQ(data.modification_time, 1000000002u);
+    EXPECT_EQ(oruFindCloseDirEnt(search), 1);
+}
+
+TEST_F(Search, RefusesWhatDoesNotFit) {
+    oruFindData data;
+    const std::string directory = folder_.path() + std::string(259 - folder_.path().size(), '/');
+    folder_.write("file");
+    EXPECT_THAT(found(directory + "f*"), ElementsAre("file"));
+    EXPECT_THAT(found(folder_ / std::string(259, '*')), IsSupersetOf({"file"}));
+    for (const std::string& path : {directory + "/f*", folder_ / std::string(260, '*')}) {
+        nErrno = 0;
+        EXPECT_EQ(oruFindFirstDirEnt(path.c_str(), &data), ORU_INVALID_SEARCH);
+        EXPECT_EQ(nErrno, EINVAL);
+    }
+    // Directory and name together over 259 bytes: found, without a status.
+    const intptr_t search = oruFindFirstDirEnt((directory + "f").c_str(), &data);
+    ASSERT_NE(search, ORU_INVALID_SEARCH);
+    EXPECT_STREQ(data.name, "file");
+    EXPECT_EQ(data.modification_time, 0u);
+    EXPECT_EQ(oruFindCloseDirEnt(search), 1);
+    for (const intptr_t handle : {intptr_t{0}, intptr_t{-1}, intptr_t{51}, search}) {
+        nErrno = 0;
+        EXPECT_EQ(oruFindNextDirEnt(handle, &data), 0);
+        EXPECT_EQ(nErrno, EINVAL);
+        nErrno = 0;
+        EXPECT_EQ(oruFindCloseDirEnt(handle), 0);
+        EXPECT_EQ(nErrno, EINVAL);
+    }
+    EXPECT_EQ(oruFindFirstDirEnt(nullptr, &data), ORU_INVALID_SEARCH);
+    EXPECT_EQ(oruFindFirstDirEnt(folder_.path().c_str(), nullptr), ORU_INVALID_SEARCH);
+    EXPECT_EQ(oruSetFindDataDirEnt(nullptr, nullptr, nullptr), nullptr);
+}
+
+TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
+    oruFindData data;
+    const std::string path = folder_ / "";
+    for (intptr_t expected = 1; expected <= ORU_MAX_SEARCHES; ++expected) {
+        ASSERT_EQ(oruFindFirstDirEnt(path.c_str(), &data), expected);
+    }
+    nErrno = 0;
+    EXPECT_EQ(oruFindFirstDirEnt(path.c_str(), &data), ORU_INVALID_SEARCH);
+    EXPECT_EQ(nErrno, EAGAIN);
+    EXPECT_EQ(orumcomn_findfirstA(path.c_str(), &data), 0);
+    EXPECT_EQ(orumcomn_findclose(7), 1);
+    EXPECT_EQ(orumcomn_findfirstA(path.c_str(), &data), 7);
+    EXPECT_TRUE(orumcomn_findnextA(7, &data));
+    EXPECT_FALSE(orumcomn_findnextA(7, &data));
+    for (intptr_t search = 1; search <= ORU_MAX_SEARCHES; ++search) {
+        EXPECT_EQ(oruFindCloseDirEnt(search), 1);
+    }
+}
+
+TEST_F(Search, ManyThreadsShareTheSlots) {
+    for (int i = 0; i < 20; ++i) {
+        folder_.write("file" + std::to_string(i));
+    }
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 100; ++round) {
+                EXPECT_EQ(found(folder_ / "file*").size(), 20u);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+// Against the contract, but without harm: a search that is closed while another thread reads on.
+TEST_F(Search, ClosingMeetsReading) {
+    for (int i = 0; i < 50; ++i) {
+        folder_.write("file" + std::to_string(i));
+    }
+    for (int round = 0; round < 200; ++round) {
+        oruFindData data;
+        const intptr_t search = oruFindFirstDirEnt((folder_ / "file*").c_str(), &data);
+        ASSERT_NE(search, ORU_INVALID_SEARCH);
+        std::thread reader([=] {
+            oruFindData mine;
+            while (oruFindNextDirEnt(search, &mine) == 1) {
+            }
+        });
+        std::thread rival([=] { oruFindCloseDirEnt(search); });
+        oruFindCloseDirEnt(search);
+        reader.join();
+        rival.join();
+        EXPECT_EQ(oruFindCloseDirEnt(search), 0);
+    }
+}
+
+}  // namespace
