@@ -8,7 +8,9 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <utility>
 
+#include "support/fault_injection.h"
 #include "vlrcomn/path_resolution.h"
 
 namespace velora_com::qel {
@@ -189,6 +191,25 @@ TEST_F(Paths, ServesCCallers) {
     EXPECT_EQ(orumcomn_filenameresolver_get_absolute_filename(handle, buffer, &size), ORU_SUCCESS);
     EXPECT_EQ(size, file.size() + 1);
     EXPECT_EQ(orumcomn_filenameresolver_destroy(handle), ORU_SUCCESS);
+}
+
+TEST_F(Paths, SurvivesMissingMemoryAndFailingLookUps) {
+    const std::string start = link(root_ + "/file", "link");
+    void* handle = nullptr;
+    const auto release = [&] { orumcomn_filenameresolver_destroy(std::exchange(handle, nullptr)); };
+    const auto create = [&] {
+        char buffer[4096];
+        unsigned size = sizeof buffer;
+        if (orumcomn_filenameresolver_create(start.c_str(), &handle) == ORU_SUCCESS &&
+            orumcomn_filenameresolver_get_absolute_filename(handle, buffer, &size) == ORU_SUCCESS) {
+            return true;
+        }
+        release();
+        return false;
+    };
+    const fault_injection::Walk walk = fault_injection::walk_failures(create, release);
+    EXPECT_GT(walk.calls, 5);
+    EXPECT_EQ(walk.tolerated, 0);
 }
 
 }  // namespace
