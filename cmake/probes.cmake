@@ -9,7 +9,6 @@ check_symbol_exists(O_CLOEXEC fcntl.h VLRCOMN_HAVE_O_CLOEXEC)
 check_symbol_exists(SOCK_CLOEXEC sys/socket.h VLRCOMN_HAVE_SOCK_CLOEXEC)
 check_symbol_exists(openat fcntl.h VLRCOMN_HAVE_OPENAT)
 check_symbol_exists(pipe2 unistd.h VLRCOMN_HAVE_PIPE2)
-check_symbol_exists(timegm time.h VLRCOMN_HAVE_TIMEGM)
 check_symbol_exists(posix_memalign stdlib.h VLRCOMN_HAVE_POSIX_MEMALIGN)
 check_symbol_exists(mkostemp stdlib.h VLRCOMN_HAVE_MKOSTEMP)
 # The C library's handler of failed assertions; hidden by NDEBUG.
