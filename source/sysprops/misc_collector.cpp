@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <optional>
 
 #include "support/boundary.h"
 #include "support/owners.h"
@@ -15,29 +16,29 @@ namespace velora_com::qel::sysprops {
 
 namespace {
 
-// Abbreviation of standard time in the local zone. tzname is filled by tzset alone, so that without the
+// Abbreviation of standard time in the local zone, or nothing when the C library has none. tzname is filled by tzset alone, so that without the
 // call the first report of a process would name no zone. This file's own lock comes first, then the one
 // under which the time functions change "TZ".
-std::string zone_name() {
+std::optional<std::string> zone_name() {
     static pthread_mutex_t own_mutex = PTHREAD_MUTEX_INITIALIZER;
     const support::CancellationOff uncancelled;
     const support::MutexGuard own_guard(own_mutex);
     const support::MutexGuard time_guard(mutex);
     tzset();
-    return tzname[0] == nullptr ? std::string() : std::string(tzname[0]);
+    return tzname[0] == nullptr ? std::nullopt : std::optional<std::string>(tzname[0]);
 }
 
-// "MM/DD/YYYY hh:mm:ss" of now in local time; empty when the time cannot be broken down.
-std::string local_time_text() {
+// "MM/DD/YYYY hh:mm:ss" of now in local time; nothing when the time cannot be broken down.
+std::optional<std::string> local_time_text() {
     const time_t now = time(nullptr);
     tm local;
     if (localtime_r(&now, &local) == nullptr) {
-        return {};
+        return std::nullopt;
     }
     char text[80];
     std::snprintf(text, sizeof text, "%02d/%02d/%04d %02d:%02d:%02d", local.tm_mon + 1,
                   local.tm_mday, local.tm_year + 1900, local.tm_hour, local.tm_min, local.tm_sec);
-    return text;
+    return std::string(text);
 }
 
 // The server knows three languages. It spells British English "en_UK", so that a locale of "en_GB" is
@@ -60,11 +61,11 @@ bool ISysProps::GetMiscInformation(MiscInformation& info) {
         std::wstring users;
         session::CollectAllLoggedonUsers(users);
         info.wstrUserName = users.empty() ? L"NA" : users;
-        if (const std::string zone = zone_name(); !zone.empty()) {
-            info.wstrTimeZone = sysprops_ansi_to_wide(zone);
+        if (const auto zone = zone_name()) {
+            info.wstrTimeZone = sysprops_ansi_to_wide(*zone);
         }
-        if (const std::string now = local_time_text(); !now.empty()) {
-            info.wstrLastUpdate = sysprops_ansi_to_wide(now);
+        if (const auto now = local_time_text()) {
+            info.wstrLastUpdate = sysprops_ansi_to_wide(*now);
         }
         info.wstrDefaultLangID = language_id();
         return true;

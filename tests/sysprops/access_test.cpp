@@ -7,6 +7,7 @@
 
 #include "support/scripted_platform.h"
 #include "sysprops/scripted_host.h"
+#include "vlrcomn/agent_identity.h"  // declares a namesake of orumcomn_get_user_name
 #include "vlrcomn/system_properties.h"
 
 namespace velora_com::qel::sysprops {
@@ -167,6 +168,8 @@ TEST_F(Access, ExportedFunctionsAnswerTheirProperty) {
     for (const auto& [function, name] : functions) {
         EXPECT_EQ(function(), report.at(name)) << sysprops_wide_to_ansi(name);
     }
+    char user[64];
+    EXPECT_EQ(orumcomn_get_user_name(user, sizeof user), ORU_SUCCESS);
     EXPECT_EQ(orumcomn_get_last_update_time().size(), 19U);
     EXPECT_EQ(orumcomn_get_number_of_file_systems(), L"");
     script().asked.clear();

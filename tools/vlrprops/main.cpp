@@ -46,6 +46,14 @@ std::string chosen_properties(const Options& options, const Properties& collecte
 
 // The text that the options ask for; nothing when memory ran out while collecting.
 std::optional<std::string> report(const Options& options, size_t width) {
+    if (options.file_systems) {
+        sysprops::DiskInformation disks;
+        if (!sysprops::ISysProps().GetDiskInformation(disks)) {
+            return std::nullopt;
+        }
+        return options.json ? to_json(disks.mapFileSystems)
+                            : file_system_table(disks.mapFileSystems, width);
+    }
     Properties properties;
     FileSystems file_systems;
     if (options.properties.size() == 1) {
@@ -56,9 +64,6 @@ std::optional<std::string> report(const Options& options, size_t width) {
     }
     if (!options.properties.empty()) {
         return chosen_properties(options, properties);
-    }
-    if (options.file_systems) {
-        return options.json ? to_json(file_systems) : file_system_table(file_systems, width);
     }
     return options.json ? to_json(properties) : property_table(properties, width);
 }

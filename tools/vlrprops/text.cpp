@@ -54,14 +54,6 @@ std::wstring one_line(const std::wstring& text) {
     return line;
 }
 
-size_t columns(const std::wstring& text) {
-    size_t sum = 0;
-    for (const wchar_t character : text) {
-        sum += character_columns(character);
-    }
-    return sum;
-}
-
 std::vector<std::wstring> wrapped(const std::wstring& text, size_t width) {
     std::vector<std::wstring> lines;
     size_t start = 0;

@@ -14,11 +14,8 @@ std::string utf8(std::wstring text);
 // as in JSON, for example \u000a.
 std::wstring one_line(const std::wstring& text);
 
-// Columns that the text takes on a terminal, East Asian characters counted as two.
-size_t columns(const std::wstring& text);
-
-// The text in pieces of at most `width` columns, broken behind blanks, commas and slashes where there are
-// some. Joined, the pieces give the text.
+// The text in pieces of at most `width` columns of a terminal, broken behind blanks, commas and slashes
+// where there are some. Joined, the pieces give the text.
 std::vector<std::wstring> wrapped(const std::wstring& text, size_t width);
 
 }  // namespace vlrprops
