@@ -1,7 +1,6 @@
 #include <expat.h>
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <new>
 
