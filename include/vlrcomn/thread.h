@@ -38,10 +38,10 @@ typedef uint32_t (*oruThreadRoutine)(void* parameter);
  * Starts a detached thread. It runs at once, with the default stack.
  *
  * The thread may end by returning from its routine, by `pthread_exit` or by being cancelled; each
- * way runs oruCleanupThread() exactly once, which signals the handle. C++ objects of the routine
- * are destroyed on the last two ways where the system unwinds the stack (glibc), and not where it
- * only runs clean-up handlers (Mac OS X). An exception that escapes the routine ends the process by
- * `std::terminate`, as with `std::thread`.
+ * way runs oruCleanupThread() exactly once, which signals the handle. The last two destroy the C++
+ * objects of the routine where the system unwinds the stack (glibc; a `noexcept` function on the
+ * way ends the process), and not where it only runs clean-up handlers (Mac OS X). An exception that
+ * escapes the routine ends the process by `std::terminate`, as with `std::thread`.
  *
  * @param attributes ignored.
  * @param stack_size ignored.

@@ -161,6 +161,7 @@ int oruTlsSetValue(uint32_t index, void* value) {
     return 1;
 }
 
+// Aligned to a line of instructions, as the system's own look-up is: a split costs a fifth of the call.
 __attribute__((aligned(64))) void* oruTlsGetValue(uint32_t index) {
     const uintptr_t word = word_of(index);
     void* value = nullptr;

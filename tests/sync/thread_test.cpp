@@ -123,20 +123,6 @@ TEST_F(Thread, MayEndAfterItsHandleIsClosed) {
     EXPECT_EQ(bDummyThreadSignalled, 0);
 }
 
-TEST_F(Thread, AThreadEventCannotBeSet) {
-    const Handle go = make_event();
-    const Handle thread = start_thread(
-        [](void* event) {
-            return oruWaitForSingleObject(static_cast<oruHandle>(event), ORU_INFINITE);
-        },
-        go.get());
-    EXPECT_EQ(oruSetEvent(thread.get()), 0);
-    EXPECT_EQ(wait_for(thread, 0), ORU_WAIT_TIMEOUT);
-    EXPECT_EQ(oruSetEvent(go.get()), 1);
-    EXPECT_EQ(wait_for(thread), ORU_WAIT_SIGNALLED);
-    EXPECT_EQ(oruResetEvent(thread.get()), 0);
-}
-
 TEST(ThreadDeathTest, AnEscapedExceptionEndsTheProcess) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_DEATH(

@@ -49,6 +49,7 @@ TEST_F(Wait, LastsAsLongAsItsTimeOut) {
 TEST_F(Wait, RefusesHandlesThatDoNotFit) {
     const auto file = velora_com::qel::portability::make_handle_record(ORU_KIND_FILE);
     const auto odd = velora_com::qel::portability::make_handle_record(4);
+    const auto thread = velora_com::qel::portability::make_handle_record(ORU_KIND_THREAD);
     const Handle event = make_event();
     const Handle mutex = make_mutex();
     constexpr auto refused = static_cast<uint32_t>(EINVAL);
@@ -64,9 +65,11 @@ TEST_F(Wait, RefusesHandlesThatDoNotFit) {
         {set, nullptr, refused},
         {set, ORU_INVALID_HANDLE, refused},
         {set, mutex.get(), refused},
+        {set, thread.get(), refused},
         {reset, nullptr, refused},
         {reset, ORU_INVALID_HANDLE, 0},
         {reset, mutex.get(), refused},
+        {reset, thread.get(), refused},
         {release, nullptr, 0},
         {release, ORU_INVALID_HANDLE, refused},
         {release, event.get(), refused},
