@@ -12,8 +12,7 @@
  * Threads: distinct objects may be used by distinct threads at once. One object may be read by
  * several threads as long as nobody changes or fills it.
  *
- * Cancellation: on systems whose thread cancellation runs no destructors (Mac OS X) a thread that
- * is cancelled inside initialize() or getMacAddr() leaves the snapshot and a socket behind.
+ * Cancellation: initialize() and getMacAddr() put a thread's cancellation off until they are done.
  */
 #ifndef VLRCOMN_NET_INTERFACE_H
 #define VLRCOMN_NET_INTERFACE_H

@@ -54,9 +54,9 @@ public:
      * With a time-out the socket is made non-blocking first and stays so. A connection that does
      * not complete at once is waited for with `select`, whatever `connect` failed with.
      *
-     * A result of 0 means that the wait ended, not that the peer accepted: the socket's pending
-     * error is fetched but not judged. A connection that was refused during the wait is reported as
-     * 0, and the caller learns of it on the first use of the socket.
+     * A result of 0 means that the wait ended, not that the peer accepted: the socket's pending error
+     * is fetched but not judged. A connection that was refused, during the wait or at once, is reported
+     * as 0, and the caller learns of it on the first use of the socket.
      *
      * @param socket  the socket
      * @param address  where to
@@ -66,8 +66,8 @@ public:
      * @return 0 connected (see above). -1: the socket cannot be made non-blocking, the time has
      * passed, the wait failed or was interrupted by a signal (EINTR is not retried), or the
      * descriptor is too large for `select` (FD_SETSIZE and up; noticed at the wait, after
-     * `connect`). errno is the failing call's; after a time-out it is what `connect` left, normally
-     * EINPROGRESS. With 0 seconds: the result of `connect`
+     * `connect`). errno is the failing call's; after a time-out and for a too large
+     * descriptor it is what `connect` left, normally EINPROGRESS. With 0 seconds: the result of `connect`
      */
     int ConnectWithTimeout(int socket, sockaddr* address, int length, unsigned int seconds) const;
 
@@ -148,8 +148,8 @@ public:
      * are tried in the resolver's order, each for at most `seconds`; a link-local one gets its
      * scope from vlrGetScopeId. The connection is closed again. Gated: else -1.
      *
-     * ConnectWithTimeout does not judge a refusal during its wait, and neither does this call as
-     * long as the socket knows its local end.
+     * ConnectWithTimeout does not judge a refusal, and neither does this call: a host that refuses
+     * within the time counts as reached. Only with 0 seconds a refusal fails.
      *
      * @param host  name or address
      * @param port  port or service name

@@ -58,14 +58,14 @@ uint32_t parse_group(std::string_view text) {
     return negative ? 0 - value : value;
 }
 
-}  // namespace
-
-namespace network {
-
 void append_group(std::string& text, uint32_t value) {
     char digits[8];
     text.append(digits, std::to_chars(digits, std::end(digits), value, 16).ptr);
 }
+
+}  // namespace
+
+namespace network {
 
 // One pass over the text: parsing it into an address takes the C library hardly less time.
 std::string expand_ipv6(std::string address) {
