@@ -1,7 +1,9 @@
-// Recorded /proc/cpuinfo texts of several systems.
+// Recorded texts of /proc/cpuinfo and /proc/meminfo of several systems.
 #include "platform/linux/cpu_info.h"
 
 #include <gmock/gmock.h>
+
+#include "platform/linux/memory_info.h"
 
 namespace velora_com::qel::platform {
 namespace {
@@ -75,6 +77,25 @@ TEST(CpuInfo, RecordedTexts) {
         EXPECT_EQ(info.architecture, c.architecture);
         EXPECT_EQ(info.type, c.type);
         EXPECT_EQ(info.clock_hz, c.clock_hz);
+    }
+}
+
+TEST(MemoryInfo, FiguresAreFoundByTheirWholeLabel) {
+    constexpr const char* text =
+        "        total:    used:    free:\n"  // kernels before 2.6 began so
+        "MemTotal:       24684092 kB\nSwapFree:              5 kB\nHighMemFree:           7 kB\n"
+        "MemFree:              9 kB\nCached:\nBuffers: x kB\nMapped:        3";
+    const std::pair<const char*, std::optional<uint64_t>> figures[] = {
+        {"MemTotal:", uint64_t{24684092} * 1024},
+        {"MemFree:", 9 * 1024},
+        {"Mapped:", 3 * 1024},
+        {"Cached:", std::nullopt},
+        {"Buffers:", std::nullopt},
+        {"MemAvailable:", std::nullopt},
+    };
+    for (const auto& [label, bytes] : figures) {
+        EXPECT_EQ(memory_figure(text, label), bytes) << label;
+        EXPECT_EQ(memory_figure("", label), std::nullopt);
     }
 }
 
