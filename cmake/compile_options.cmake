@@ -12,9 +12,6 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     target_compile_definitions(vlrcomn_options INTERFACE _GNU_SOURCE)
 endif()
 target_link_libraries(vlrcomn_options INTERFACE Threads::Threads ${CMAKE_DL_LIBS})
-if(CMAKE_SYSTEM_NAME STREQUAL "Darwin")
-    target_link_libraries(vlrcomn_options INTERFACE iconv)
-endif()
 
 if(VLRCOMN_SANITIZE)
     target_compile_options(vlrcomn_options INTERFACE

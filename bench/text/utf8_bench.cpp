@@ -7,10 +7,9 @@
 #include <cwchar>
 #include <string>
 
-#include "support/owners.h"
+#include "text/converter.h"
 #include "vlrcomn/time_text.h"
 
-using velora_com::qel::support::Converter;
 namespace qel = velora_com::qel;
 
 namespace {

@@ -5,11 +5,10 @@
  * The first half is usable from C11 and C++17; the rest, in namespace velora_com::qel, from C++17.
  *
  * **UTF-8 and wide text.** Wide text is wchar_t of 32 bits in the machine's byte order; UTF-8 is UTF-8
- * whatever the locale. Codes go up to 0x7FFFFFFF in one to six bytes, the form of RFC 2279, as in glibc's
- * iconv: **codes above U+10FFFF pass in both directions** in four to six bytes. What has no UTF-8 form ends the conversion: surrogates (U+D800 to U+DFFF) and codes above
- * 0x7FFFFFFF in wide text; stray, missing or overlong bytes and encoded surrogates in UTF-8. **Such a
- * fault is not reported**: the text up to it is the result, terminated, with success. A byte-order mark
- * is a character like any other. The result is the same on every host.
+ * whatever the locale, in the one to four bytes of RFC 3629. What has no UTF-8 form ends the conversion:
+ * surrogates (U+D800 to U+DFFF) and codes above U+10FFFF in either text; stray, missing or overlong bytes
+ * in UTF-8. **Such a fault is not reported**: the text up to it is the result, terminated, with success. A
+ * byte-order mark is a character like any other. The result is the same on every host.
  *
  * **Memory.** Nothing is thrown: a function that returns text returns the empty text when memory runs
  * out.

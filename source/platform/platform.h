@@ -112,9 +112,6 @@ std::optional<int64_t> boot_time();
 // after the call.
 std::optional<std::string> run_command(const char* command, size_t max_bytes);
 
-// The name by which iconv knows wchar_t text in the machine's own byte order.
-const char* native_wide_encoding();
-
 // --- Network -------------------------------------------------------------------------------------
 
 // The kernel's NIS domain name and the domain name of getdomainname. Nothing when the system has

@@ -5,7 +5,6 @@
 
 #include <dirent.h>
 #include <dlfcn.h>
-#include <iconv.h>
 #include <ifaddrs.h>
 #include <netdb.h>
 #include <pthread.h>
@@ -103,28 +102,6 @@ using AddressInfo = std::unique_ptr<addrinfo, Releaser<&::freeaddrinfo>>;
 using LoadedLibrary = std::unique_ptr<void, Releaser<&::dlclose>>;
 template <typename T>
 using Allocated = std::unique_ptr<T, Releaser<&::free>>;
-
-// Owns an iconv descriptor, whose failure value is all-ones.
-class Converter {
-public:
-    Converter(const char* to, const char* from) noexcept : descriptor_(iconv_open(to, from)) {}
-    ~Converter() {
-        if (*this) {
-            ReleaseScope scope;
-            iconv_close(descriptor_);
-        }
-    }
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
-
-    explicit operator bool() const noexcept {
-        return descriptor_ != reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
-    }
-    iconv_t get() const noexcept { return descriptor_; }
-
-private:
-    iconv_t descriptor_;
-};
 
 // Holds a POSIX mutex for a scope. Where a thread may be cancelled inside the scope, a POSIX clean-up
 // handler has to give the mutex back instead: cancellation need not run destructors.

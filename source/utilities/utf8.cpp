@@ -14,19 +14,24 @@ constexpr unsigned code_bits(unsigned bytes) {
     return 5 * bytes + 1;
 }
 
+constexpr uint32_t last_code = 0x10FFFF;
+
 constexpr bool is_surrogate(uint32_t code) {
     return (code & 0xFFFFF800U) == 0xD800;
 }
 
+// 0 for a code without a UTF-8 form.
 constexpr unsigned bytes_for(uint32_t code) {
     if (code < 0x80) {
         return 1;
     }
-    unsigned bytes = 2;
-    while (bytes < max_bytes_per_character && code >> code_bits(bytes) != 0) {
-        ++bytes;
+    if (code < 0x800) {
+        return 2;
     }
-    return bytes;
+    if (code < 0x10000) {
+        return is_surrogate(code) ? 0 : 3;
+    }
+    return code <= last_code ? 4 : 0;
 }
 
 constexpr bool is_continuation(unsigned char byte) {
@@ -106,7 +111,7 @@ bool get(const char*& text, const char* end, uint32_t& code) noexcept {
     text += bytes;
     // Overlong forms of two bytes have no lead byte.
     const bool overlong = bytes > 2 && code >> code_bits(bytes - 1) == 0;
-    return whole && !overlong && !is_surrogate(code);
+    return whole && !overlong && code <= last_code && !is_surrogate(code);
 }
 
 // Reads a code that is not ASCII, whose lead byte tells how many bytes it has.
@@ -121,24 +126,12 @@ bool get_sequence(const char*& text, const char* end, uint32_t& code) noexcept {
     if (lead < 0xF0) {
         return get<3>(text, end, code);
     }
-    if (lead < 0xF8) {
-        return get<4>(text, end, code);
-    }
-    return lead < 0xFC ? get<5>(text, end, code) : lead < 0xFE && get<6>(text, end, code);
+    return lead < 0xF5 && get<4>(text, end, code);
 }
 
-// Writes a code that is not ASCII and has a UTF-8 form.
-char* put_sequence(uint32_t code, char* out) noexcept {
-    if (code >> code_bits(2) == 0) {
-        return put<2>(code, out);
-    }
-    if (code >> code_bits(3) == 0) {
-        return put<3>(code, out);
-    }
-    if (code >> code_bits(4) == 0) {
-        return put<4>(code, out);
-    }
-    return code >> code_bits(5) == 0 ? put<5>(code, out) : put<6>(code, out);
+// Writes a code that is not ASCII, of which bytes_for() says that it has `bytes` bytes.
+char* put_sequence(uint32_t code, unsigned bytes, char* out) noexcept {
+    return bytes == 2 ? put<2>(code, out) : bytes == 3 ? put<3>(code, out) : put<4>(code, out);
 }
 
 }  // namespace
@@ -159,10 +152,11 @@ char* encode(const wchar_t* text, size_t length, char* out) noexcept {
             return out;
         }
         const uint32_t code = static_cast<uint32_t>(*text++);
-        if (is_surrogate(code) || code > 0x7FFFFFFF) {
+        const unsigned bytes = bytes_for(code);
+        if (bytes == 0) {
             return out;
         }
-        out = put_sequence(code, out);
+        out = put_sequence(code, bytes, out);
     }
 }
 

@@ -2,18 +2,19 @@
 //
 // The contract of the public conversions is worded through iconv, but opening a converter costs many
 // times what a short text does, an open one is bound to one thread at a time, and C libraries disagree
-// about faulty text. These functions give what glibc's iconv gives between its "UTF-8" and its wide
-// encodings, on every host and for every input; tests/text and fuzz/text hold the two against each other.
+// about faulty text. These functions give what glibc's iconv gives up to the first code above U+10FFFF,
+// on every host and for every input; tests/text and fuzz/text hold the two against each other.
 //
-// A code has one to six bytes (RFC 2279, up to 0x7FFFFFFF). Conversion stops at the end of the input or
-// before the first fault: a surrogate, a code above 0x7FFFFFFF, a byte out of place or an overlong form.
+// A code has one to four bytes (RFC 3629). Conversion stops at the end of the input or before the first
+// fault: a surrogate, a code above U+10FFFF, a byte out of place or an overlong form.
 #pragma once
 
 #include <cstddef>
 
 namespace velora_com::qel::utf8 {
 
-// The most bytes that one wide character becomes.
+// The bytes that callers have to provide for each wide character, by contract: the most that UTF-8 had in
+// its first form. None becomes more than four.
 constexpr size_t max_bytes_per_character = 6;
 
 // Bytes that encode() writes at most for this text, exact when it has no fault.

@@ -213,9 +213,5 @@ TEST_F(MacTest, LinkLayerAddressFollowsTheNameUpToTheStatedLength) {
     EXPECT_EQ(link_layer_address(ifaddrs{}), std::nullopt);
 }
 
-TEST_F(MacTest, WideTextIsNamedAsTheSystemsConverterKnowsIt) {
-    EXPECT_STREQ(native_wide_encoding(), "UCS-4-INTERNAL");
-}
-
 }  // namespace
 }  // namespace velora_com::qel::platform

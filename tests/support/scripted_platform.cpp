@@ -87,10 +87,6 @@ std::optional<std::string> run_command(const char* command, size_t max_bytes) {
     return output;
 }
 
-const char* native_wide_encoding() {
-    return "WCHAR_T";
-}
-
 std::optional<std::string> nis_domain() {
     return answer("nis_domain", script().nis_domain);
 }

@@ -1,16 +1,24 @@
-// The public conversions as the contract words them: a work buffer, a copy of the input, iconv.
+// The public conversions as the contract words them: a work buffer, a copy of the input, iconv. This
+// machine's iconv still knows the codes above U+10FFFF of UTF-8's first form; the library stops there.
 #pragma once
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
-#include "platform/platform.h"
-#include "support/owners.h"
+#include "text/converter.h"
 #include "vlrcomn/time_text.h"
 
 namespace iconv_model {
+
+inline std::wstring up_to_the_last_code(std::wstring text) {
+    text.erase(std::find_if(text.begin(), text.end(),
+                            [](wchar_t code) { return static_cast<uint32_t>(code) > 0x10FFFF; }),
+               text.end());
+    return text;
+}
 
 // Converts until the input ends or faults; what has been written then is the result.
 inline std::string convert(iconv_t converter, std::string input, size_t output_size) {
@@ -27,21 +35,20 @@ inline std::string convert(iconv_t converter, std::string input, size_t output_s
 
 // Texts end at their first zero, as C texts do.
 inline std::string unicode_to_utf8(const std::wstring& text) {
-    static const velora_com::qel::support::Converter converter(
-        "UTF8", velora_com::qel::platform::native_wide_encoding());
-    const std::wstring input(text.c_str());
+    static const Converter converter("UTF8", "WCHAR_T");
+    const std::wstring input = up_to_the_last_code(text.c_str());
     const std::string bytes(reinterpret_cast<const char*>(input.data()), 4 * input.size());
     return convert(converter.get(), bytes, 6 * input.size());
 }
 
 inline std::wstring utf8_to_unicode(const std::string& text) {
-    static const velora_com::qel::support::Converter converter(
-        velora_com::qel::isBigEndian() ? "UCS-4BE" : "UCS-4LE", "UTF8");
+    static const Converter converter(velora_com::qel::isBigEndian() ? "UCS-4BE" : "UCS-4LE",
+                                     "UTF8");
     const std::string input(text.c_str());
     const std::string bytes = convert(converter.get(), input, 4 * (input.size() + 1));
     std::wstring output(bytes.size() / 4, L'\0');
     std::memcpy(output.data(), bytes.data(), bytes.size());
-    return output;
+    return up_to_the_last_code(output);
 }
 
 }  // namespace iconv_model
