@@ -61,8 +61,7 @@ public:
      * in the order of plain wide-character comparison.
      *
      * @param[out] properties Replaced as a whole.
-     * @return true. Only when memory runs out: false, and the map is empty or, had it not been
-     *         touched yet, as it was.
+     * @return true. Only when memory runs out: false, and the map is as it was.
      */
     bool GetAllSystemProperties(std::map<std::wstring, std::wstring>& properties);
 

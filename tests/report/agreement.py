@@ -38,6 +38,8 @@ def enter_namespaces():
     for tool in ("ip", "unshare", "df", "nproc", "uname", "mount"):
         if shutil.which(tool) is None:
             skip("no " + tool)
+    if not os.path.exists("/proc/net/if_inet6"):
+        skip("no IPv6")
     unshare = ["unshare", "--net", "--uts", "--mount"]
     if subprocess.run(unshare + ["true"], stderr=subprocess.DEVNULL).returncode != 0:
         skip("namespaces are not allowed here")

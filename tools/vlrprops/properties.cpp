@@ -59,7 +59,7 @@ const std::vector<Group>& groups() {
          {
              {keys::UserName_Key, "logged-on users, NA when there is none", ""},
              {keys::TimeZone_Key, "abbreviation of the time zone", ""},
-             {keys::DefaultLangID_Key, "language: 0409 unless LANG says 0411 (ja_JP)", ""},
+             {keys::DefaultLangID_Key, "language by LANG: 0411 ja_JP, 0809 en_UK, else 0409", ""},
              {keys::LastUpdate_Key, "when these values were collected", ""},
          }},
     };
