@@ -1,6 +1,7 @@
 #include "portability/library_list.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <iterator>
 
@@ -16,12 +17,15 @@ namespace {
 
 using support::MutexGuard;
 
-// Guards the slots, what their entries say and who holds the list. Taken last and held over no call out,
-// so that an entry point may use what takes no more than this.
+// Guards the slots and what their entries say. Taken last and held over no call out, so that an entry point
+// may use what takes no more than this.
 pthread_mutex_t slots_mutex = PTHREAD_MUTEX_INITIALIZER;
 
-bool list_is_held;
-pthread_t list_holder;  // as long as list_is_held
+// Who holds the list's mutex. The flag is set after the holder: a thread that reads its own name behind a
+// set flag is the holder, since nobody else writes that name.
+std::atomic<bool> list_is_held{false};
+std::atomic<pthread_t> list_holder{};
+static_assert(std::atomic<pthread_t>::is_always_lock_free);
 
 LibraryEntry* abandoned;  // guarded by the list's mutex
 
@@ -37,8 +41,8 @@ LibraryEntry** slot_of(void* module) {
 }
 
 bool held_by_this_thread() {
-    const MutexGuard lock(slots_mutex);
-    return list_is_held && pthread_equal(list_holder, pthread_self()) != 0;
+    return list_is_held.load(std::memory_order_acquire) &&
+           pthread_equal(list_holder.load(std::memory_order_relaxed), pthread_self()) != 0;
 }
 
 }  // namespace
@@ -47,21 +51,16 @@ LibraryListHold::LibraryListHold() {
     if (held_by_this_thread() || pthread_mutex_lock(&MutexDynamicLibraryList) != 0) {
         return;
     }
-    const MutexGuard lock(slots_mutex);
-    list_holder = pthread_self();
-    list_is_held = true;
+    list_holder.store(pthread_self(), std::memory_order_relaxed);
+    list_is_held.store(true, std::memory_order_release);
     held_ = true;
 }
 
 LibraryListHold::~LibraryListHold() {
-    if (!held_) {
-        return;
+    if (held_) {
+        list_is_held.store(false, std::memory_order_release);
+        pthread_mutex_unlock(&MutexDynamicLibraryList);
     }
-    {
-        const MutexGuard lock(slots_mutex);
-        list_is_held = false;
-    }
-    pthread_mutex_unlock(&MutexDynamicLibraryList);
 }
 
 void* reference_library(const char* path, LibraryEntry**& free_slot) {

@@ -35,11 +35,14 @@ FileDescriptor open_source(const char* name, struct stat& status) {
     return S_ISDIR(status.st_mode) ? fail(EISDIR) : std::move(source);
 }
 
-// The file to write, emptied, unless it is the source.
-FileDescriptor open_destination(const char* name, const struct stat& source, bool overwrite) {
-    FileDescriptor created = open_file(name, O_RDWR | O_CREAT | O_EXCL, new_file_mode);
-    if (created || errno != EEXIST) {
-        return created;
+FileDescriptor create_destination(const char* name) {
+    return open_file(name, O_RDWR | O_CREAT | O_EXCL, new_file_mode);
+}
+
+// The file that is there, emptied, unless it is the source.
+FileDescriptor open_existing(const char* name, const struct stat& source, bool overwrite) {
+    if (!overwrite && is_readable(name)) {
+        return fail(EEXIST);
     }
     FileDescriptor existing = open_file(name, O_RDWR | O_CREAT, new_file_mode);
     struct stat status;
@@ -65,16 +68,24 @@ bool orumcomn_copy_file(const char* source, const char* destination, int overwri
         return false;
     }
     const CancellationOff cancellation_off;
-    orumcomn_MakeRecursiveDirectoryA(destination);
-    if (overwrite != 1 && is_readable(destination)) {
-        errno = EEXIST;
-        return false;
-    }
     struct stat status;
-    const FileDescriptor from = open_source(source, status);
+    FileDescriptor from = open_source(source, status);
+    // The contract makes the directories first, in any case. Nobody can tell that they are made only
+    // when something is missing; then everything is tried again, since paths may lead through them.
     if (!from) {
-        return false;
+        orumcomn_MakeRecursiveDirectoryA(destination);
+        from = open_source(source, status);
+        if (!from) {
+            return false;
+        }
     }
-    FileDescriptor to = open_destination(destination, status, overwrite == 1);
+    FileDescriptor to = create_destination(destination);
+    if (!to && errno == ENOENT) {
+        orumcomn_MakeRecursiveDirectoryA(destination);
+        to = create_destination(destination);
+    }
+    if (!to && errno == EEXIST) {
+        to = open_existing(destination, status, overwrite == 1);
+    }
     return to && platform::copy_contents(from.get(), to.get()) && to.close();
 }

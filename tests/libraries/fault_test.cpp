@@ -26,7 +26,7 @@ TEST(LibraryFaults, AFailedLoadKeepsNothing) {
         const char* call;
         int nth;
         const char* message;
-    } cases[] = {{"pthread_mutex_lock", 2, "locked"}, {"malloc", 1, "out of memory"}};
+    } cases[] = {{"pthread_mutex_lock", 1, "locked"}, {"malloc", 1, "out of memory"}};
     for (const auto& each : cases) {
         fault_injection::FailNth failure(each.nth, each.call);
         const bool loaded = load();

@@ -1,0 +1,84 @@
+// Copies of 1 KiB, 1 MiB and 256 MiB to a new name. The copy is removed outside the measured time.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "bench_folder.h"
+#include "vlrcomn/file_system.h"
+
+extern char** environ;
+
+namespace {
+
+bool ours(const std::string& from, const std::string& to) {
+    return orumcomn_copy_file(from.c_str(), to.c_str(), 1);
+}
+
+bool limit(const std::string& from, const std::string& to) {
+    const int source = open(from.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat status;
+    fstat(source, &status);
+    const int destination = open(to.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    off_t left = status.st_size;
+    while (left > 0) {
+        const ssize_t copied =
+            copy_file_range(source, nullptr, destination, nullptr, static_cast<size_t>(left), 0);
+        if (copied <= 0) {
+            break;
+        }
+        left -= copied;
+    }
+    close(source);
+    return close(destination) == 0 && left == 0;
+}
+
+bool with_filesystem(const std::string& from, const std::string& to) {
+    return std::filesystem::copy_file(from, to);
+}
+
+bool with_cp(const std::string& from, const std::string& to) {
+    const char* const arguments[] = {"cp", from.c_str(), to.c_str(), nullptr};
+    pid_t child = 0;
+    int status = -1;
+    return posix_spawnp(&child, "cp", nullptr, nullptr, const_cast<char**>(arguments), environ) ==
+               0 &&
+           waitpid(child, &status, 0) == child && status == 0;
+}
+
+template <bool copy(const std::string&, const std::string&)>
+void run(benchmark::State& state, size_t size) {
+    const BenchFolder folder;
+    folder.write("source", size);
+    const std::string from = folder / "source", to = folder / "copy";
+    for (auto _ : state) {
+        if (!copy(from, to)) {
+            state.SkipWithError("the copy failed");
+            break;
+        }
+        state.PauseTiming();
+        unlink(to.c_str());
+        state.ResumeTiming();
+    }
+}
+
+void add(const std::string& workload, size_t size) {
+    const auto add_one = [&](const char* contender, auto function) {
+        benchmark::RegisterBenchmark((workload + contender).c_str(), function, size)->UseRealTime();
+    };
+    add_one("/ours", run<ours>);
+    add_one("/limit", run<limit>);
+    add_one("/filesystem", run<with_filesystem>);
+    add_one("/cp", run<with_cp>);
+}
+
+const bool registered = [] {
+    add("BM_copy_1KiB", size_t{1} << 10);
+    add("BM_copy_1MiB", size_t{1} << 20);
+    add("BM_copy_256MiB", size_t{1} << 28);
+    return true;
+}();
+
+}  // namespace

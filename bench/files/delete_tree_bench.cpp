@@ -1,0 +1,90 @@
+// Deletion of 10,000 files in 100 folders. The tree is made outside the measured time.
+#include <benchmark/benchmark.h>
+#include <dirent.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstring>
+
+#include "bench_folder.h"
+#include "vlrcomn/file_system.h"
+
+extern char** environ;
+
+namespace {
+
+void ours(const std::string& tree) {
+    orumcomn_deltree(tree.c_str());
+}
+
+void with_filesystem(const std::string& tree) {
+    std::filesystem::remove_all(tree);
+}
+
+void with_rm(const std::string& tree) {
+    const char* const arguments[] = {"rm", "-rf", tree.c_str(), nullptr};
+    pid_t child = 0;
+    posix_spawnp(&child, "rm", nullptr, nullptr, const_cast<char**>(arguments), environ);
+    waitpid(child, nullptr, 0);
+}
+
+// Nothing but the calls that this very tree needs.
+void limit_in(int parent, const char* name, bool has_folders) {
+    const int folder = openat(parent, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    DIR* const stream = fdopendir(folder);
+    while (const dirent* const entry = readdir(stream)) {
+        if (entry->d_name[0] == '.') {
+            continue;
+        }
+        if (has_folders) {
+            limit_in(folder, entry->d_name, false);
+        } else {
+            unlinkat(folder, entry->d_name, 0);
+        }
+    }
+    closedir(stream);
+    unlinkat(parent, name, AT_REMOVEDIR);
+}
+void limit(const std::string& tree) {
+    limit_in(AT_FDCWD, tree.c_str(), true);
+}
+
+template <void remove(const std::string&)>
+void run(benchmark::State& state) {
+    const BenchFolder folder;
+    const std::string tree = folder / "tree";
+    for (auto _ : state) {
+        for (int i = 0; i < 100; ++i) {
+            const std::string sub = "tree/folder" + std::to_string(i) + "/";
+            std::filesystem::create_directories(folder / sub);
+            for (int j = 0; j < 100; ++j) {
+                folder.write(sub + "file" + std::to_string(j), 1);
+            }
+        }
+        const auto start = std::chrono::steady_clock::now();
+        remove(tree);
+        state.SetIterationTime(
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+        if (std::filesystem::exists(tree)) {
+            state.SkipWithError("something is left");
+            break;
+        }
+    }
+}
+
+#define DELETE_BENCHMARK(contender, name) \
+    BENCHMARK(run<contender>)             \
+        ->Name("BM_delete_tree/" name)    \
+        ->UseManualTime()                 \
+        ->Unit(benchmark::kMillisecond)
+
+DELETE_BENCHMARK(ours, "ours");
+DELETE_BENCHMARK(limit, "limit");
+DELETE_BENCHMARK(with_filesystem, "filesystem");
+DELETE_BENCHMARK(with_rm, "rm");
+
+}  // namespace
