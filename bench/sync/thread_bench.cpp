@@ -1,8 +1,10 @@
 // Threads and thread-local storage.
 #include <benchmark/benchmark.h>
 
+#include <atomic>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "contenders.h"
 
@@ -27,6 +29,31 @@ void start_posix(benchmark::State& state) {
             &thread, nullptr, [](void* parameter) { return parameter; }, nullptr);
         pthread_join(thread, nullptr);
     }
+}
+
+// As the contract has it: a detached thread that broadcasts its end.
+void start_same_steps(benchmark::State& state) {
+    pthread_attr_t detached;
+    pthread_attr_init(&detached);
+    pthread_attr_setdetachstate(&detached, PTHREAD_CREATE_DETACHED);
+    for (auto _ : state) {
+        auto* ended = new std::pair<Event<Posix>, std::atomic<int>>();
+        const auto end = [](void* parameter) {
+            auto* event = static_cast<decltype(ended)>(parameter);
+            event->first.set();
+            if (++event->second == 2) {
+                delete event;
+            }
+            return parameter;
+        };
+        pthread_t thread;
+        pthread_create(&thread, &detached, end, ended);
+        ended->first.wait();
+        if (++ended->second == 2) {
+            delete ended;
+        }
+    }
+    pthread_attr_destroy(&detached);
 }
 
 template <typename Thread>
@@ -120,6 +147,7 @@ void register_start(const char* contender, void (*run)(benchmark::State&)) {
 void register_thread_benchmarks() {
     register_start("ours", start_ours);
     register_start("limit", start_posix);
+    register_start("limit_same_steps", start_same_steps);
     register_start("std", start<std::thread>);
     register_local<OurLocal>();
     register_local<PosixLocal>();

@@ -67,7 +67,7 @@ int oruCloseHandle(oruHandle handle) {
         case ORU_KIND_EVENT:
             return free_waitable<char>(handle);
         case ORU_KIND_THREAD:
-            redirect_thread_signal(*handle);
+            part_from_thread(*handle);
             return free_waitable<pthread_t>(handle);
         case ORU_KIND_MUTEX:
             return free_waitable<MutexRecord>(handle);

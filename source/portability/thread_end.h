@@ -24,8 +24,8 @@ struct StartBlock {
 // Signals the thread's handle, unless it was closed.
 void signal_thread_end(const StartBlock& block) noexcept;
 
-// Redirects the signal of a thread that has not ended away from its record, which is about to be
-// freed.
-void redirect_thread_signal(_oruHandleObject_t& record) noexcept;
+// Makes a thread's record, which nobody else uses, safe to be freed: redirects the signal of a thread that
+// has not ended, or waits until a thread that is about to end has let go of the record.
+void part_from_thread(_oruHandleObject_t& record) noexcept;
 
 }  // namespace velora_com::qel::portability
