@@ -4,6 +4,8 @@ set(VLRCOMN_FAULT_INJECTION ${CMAKE_CURRENT_LIST_DIR}/fault_injection.cpp)
 
 function(vlrcomn_inject_faults target)
     target_sources(${target} PRIVATE ${VLRCOMN_FAULT_INJECTION})
+    # A call added to the list has to be wrapped in build folders that are there already.
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${VLRCOMN_FAULT_INJECTION})
     file(STRINGS ${VLRCOMN_FAULT_INJECTION} lines REGEX "^WRAP[A-Z_]*\\(")
     foreach(line ${lines})
         string(REGEX REPLACE "^WRAP[A-Z_]*\\(([a-z0-9_]+),.*" "\\1" symbol "${line}")
