@@ -6,6 +6,7 @@
 #include <atomic>
 #include <deque>
 #include <random>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -77,7 +78,13 @@ protected:
     }();
 };
 using Families = testing::Types<Stack, Deque>;
-TYPED_TEST_SUITE(LockedList, Families);
+struct FamilyNames {
+    template <typename Family>
+    static std::string GetName(int) {
+        return Family::two_ended ? "orSLL2" : "orSLL";
+    }
+};
+TYPED_TEST_SUITE(LockedList, Families, FamilyNames);
 
 TYPED_TEST(LockedList, BehavesAsADeque) {
     for (const unsigned seed : {4u, 50u, 600u}) {
