@@ -21,8 +21,11 @@ install(FILES ${PROJECT_BINARY_DIR}/vlrcomnConfig.cmake
               ${PROJECT_BINARY_DIR}/vlrcomnConfigVersion.cmake DESTINATION ${package_folder})
 
 set(VLRCOMN_PC_PRIVATE_LIBRARIES "-lstdc++ -pthread")
-if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
-    string(PREPEND VLRCOMN_PC_PRIVATE_LIBRARIES "-lexpat -ldl ")
+if(CMAKE_DL_LIBS)
+    string(PREPEND VLRCOMN_PC_PRIVATE_LIBRARIES "-l${CMAKE_DL_LIBS} ")
+endif()
+if(TARGET EXPAT::EXPAT)
+    string(PREPEND VLRCOMN_PC_PRIVATE_LIBRARIES "-lexpat ")
 endif()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/vlrcomn.pc.in ${PROJECT_BINARY_DIR}/vlrcomn.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/vlrcomn.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
