@@ -8,6 +8,10 @@
 #include <cerrno>
 #include <cstring>
 
+#if !defined(__THROW)  // as glibc declares these calls
+#define __THROW
+#endif
+
 ScriptedHost& scripted_host() {
     static ScriptedHost host;
     return host;
@@ -22,7 +26,7 @@ void copy_out(const std::string& text, char* out, size_t size) {
 
 }  // namespace
 
-extern "C" int uname(utsname* out) noexcept {
+extern "C" int uname(utsname* out) __THROW {
     if (scripted_host().uname_fails) {
         errno = EFAULT;
         return -1;
@@ -32,7 +36,7 @@ extern "C" int uname(utsname* out) noexcept {
     return 0;
 }
 
-extern "C" int gethostname(char* out, size_t size) noexcept {
+extern "C" int gethostname(char* out, size_t size) __THROW {
     if (!scripted_host().host_name) {
         errno = EPERM;
         return -1;
