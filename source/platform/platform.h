@@ -27,32 +27,39 @@ namespace velora_com::qel::platform {
 // Number of processors that are online, whatever this process may use of them.
 std::optional<int32_t> processor_count();
 
-// Clock of the processor in Hz; of several, the fastest listed. On Linux it is what the kernel states
-// at this moment, which follows frequency scaling.
-std::optional<uint64_t> processor_clock_hz();
+struct ProcessorFacts {
+    // Of several processors, the fastest listed. On Linux it is what the kernel states at this moment,
+    // which follows frequency scaling.
+    std::optional<uint64_t> clock_hz;
+    // As the Gestalt manager numbers it: 2 PowerPC, 10 Intel.
+    std::optional<int32_t> architecture;
+    // As the Gestalt manager numbers it, for example 268 for a G4 or the four characters "ixxx" read as
+    // a big-endian number for an Intel processor.
+    std::optional<int32_t> type;
+};
 
-// System architecture as the Gestalt manager numbers it: 2 PowerPC, 10 Intel.
-std::optional<int32_t> architecture_code();
+// Asked of Gestalt on the Mac and of /proc/cpuinfo, read once, on Linux.
+ProcessorFacts processor_facts();
 
-// Processor type as the Gestalt manager numbers it, for example 268 for a G4 or the four characters
-// "ixxx" read as a big-endian number for an Intel processor.
-std::optional<int32_t> processor_type_code();
-
-// Model name of the machine, for example "PowerBook5,6"; at most 255 bytes.
+// Model name of the machine, for example "PowerBook5,6"; at most 255 bytes. Asked of the kernel's
+// "hw.model" on the Mac; on Linux of the firmware: the product name of DMI, else the device tree's model.
 std::optional<std::string> hardware_model();
 
 // --- Memory --------------------------------------------------------------------------------------
 
-// Installed memory in bytes.
-std::optional<uint64_t> installed_memory();
-
+// Pages that hold nothing at all.
 struct FreePages {
     uint64_t count;
     uint64_t page_size;  // in bytes
 };
 
-// Pages that hold nothing at all.
-std::optional<FreePages> free_pages();
+struct MemoryFacts {
+    std::optional<uint64_t> installed;  // in bytes
+    std::optional<FreePages> free;
+};
+
+// Either figure may be missing without the other.
+MemoryFacts memory_facts();
 
 // --- File systems --------------------------------------------------------------------------------
 

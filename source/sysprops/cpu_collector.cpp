@@ -30,12 +30,12 @@ bool ISysProps::GetCPUInformation(CPUInformation& info) {
         if (const auto count = platform::processor_count()) {
             info.wstrNumOfCPU = std::to_wstring(*count);
         }
-        info.wstrCPUSpeed = clock_text(platform::processor_clock_hz().value_or(0));
+        const platform::ProcessorFacts processor = platform::processor_facts();
+        info.wstrCPUSpeed = clock_text(processor.clock_hz.value_or(0));
 
         const std::string architecture =
-            name_of(platform::architecture_code(), ConvertGestaltSysArchToString);
-        const std::string model =
-            name_of(platform::processor_type_code(), ConvertGestaltCPUTypeToString);
+            name_of(processor.architecture, ConvertGestaltSysArchToString);
+        const std::string model = name_of(processor.type, ConvertGestaltCPUTypeToString);
         const char* const separator = architecture.empty() || model.empty() ? "" : " ";
         info.wstrCPUType = sysprops_ansi_to_wide(architecture + separator + model);
         if (architecture.empty() && model.empty()) {

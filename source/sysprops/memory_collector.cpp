@@ -10,11 +10,10 @@ namespace velora_com::qel::sysprops {
 
 bool ISysProps::GetMemoryInformation(MemoryInformation& info) {
     return support::or_failure(false, [&] {
-        const std::optional<uint64_t> total = platform::installed_memory();
+        const auto [total, pages] = platform::memory_facts();
         if (total) {
             info.wstrTotalPhysicalMemory = std::to_wstring(*total);
         }
-        const std::optional<platform::FreePages> pages = platform::free_pages();
         if (!pages) {
             return false;
         }

@@ -8,29 +8,26 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <memory>
 #include <sstream>
 
-namespace mac_imitation {
+using namespace mac_imitation;
 
-Machine& machine() {
+mac_imitation::Machine& mac_imitation::machine() {
     static Machine instance;
     return instance;
 }
 
 namespace {
 
-template <typename... Words>
-void record(const Words&... words) {
+// Records the question; false when it is to fail.
+template <typename... Arguments>
+bool answers(const char* function, const Arguments&... arguments) {
     std::ostringstream line;
-    const char* gap = "";
-    ((line << std::exchange(gap, " ") << words), ...);
+    line << function;
+    ((line << ' ' << arguments), ...);
     machine().calls.push_back(line.str());
-}
-
-bool fails(const char* function) {
     errno = EIO;
-    return machine().failing.count(function) != 0;
+    return machine().failing.count(function) == 0;
 }
 
 // A fault of the library that a test cannot look for afterwards.
@@ -45,70 +42,47 @@ int give(const std::string& value, void* buffer, size_t* size) {
     const size_t length = std::min(value.size(), *size);
     std::memcpy(buffer, value.data(), length);
     *size = length;
-    errno = ENOMEM;
     return length == value.size() ? 0 : -1;
 }
 
 constexpr mach_port_t host_port = 42;
 constexpr mach_port_t task_port = 43;
 
-enum class Kind : CFTypeID { data = 1, string, dictionary, number };
-
-struct Object {
-    Kind kind;
-    std::string text;
-    std::map<std::string, CFTypeRef> values;
-};
-
-std::map<CFTypeRef, std::unique_ptr<Object>>& objects() {
-    static std::map<CFTypeRef, std::unique_ptr<Object>> all;
-    return all;
-}
-
 template <typename Reference = CFTypeRef>
-Reference make(Kind kind, std::string text = {}) {
-    auto object = std::make_unique<Object>(Object{kind, std::move(text), {}});
-    const CFTypeRef reference = object.get();
-    objects().emplace(reference, std::move(object));
-    machine().objects = objects().size();
+Reference make(Object object) {
+    const auto reference = reinterpret_cast<CFTypeRef>(++machine().objects_made);
+    machine().objects[reference] = std::move(object);
     return static_cast<Reference>(reference);
 }
 
-Object& at(CFTypeRef reference) {
-    const auto found = objects().find(reference);
-    require(found != objects().end());
-    return *found->second;
+const Object& object_at(CFTypeRef reference, Kind kind) {
+    const Object& object = machine().objects.at(reference);
+    require(object.kind == kind);
+    return object;
 }
 
 }  // namespace
-
-}  // namespace mac_imitation
-
-using namespace mac_imitation;
 
 extern "C" {
 
 int sysctl(int* name, u_int levels, void* old_value, size_t* old_size, void* new_value,
            size_t new_size) {
     require(levels == 2 && new_value == nullptr && new_size == 0);
-    record("sysctl", name[0], name[1], *old_size);
     const auto found = machine().kernel_values.find({name[0], name[1]});
-    if (fails("sysctl") || found == machine().kernel_values.end()) {
-        return -1;
-    }
-    return give(found->second, old_value, old_size);
+    return answers("sysctl", name[0], name[1], *old_size) && found != machine().kernel_values.end()
+               ? give(found->second, old_value, old_size)
+               : -1;
 }
 
 int sysctlbyname(const char* name, void* old_value, size_t* old_size, void* new_value,
                  size_t new_size) {
     require(new_value == nullptr && new_size == 0);
-    record("sysctlbyname", name, *old_size);
-    return fails("sysctlbyname") ? -1 : give(machine().model, old_value, old_size);
+    return answers("sysctlbyname", name, *old_size) ? give(machine().model, old_value, old_size)
+                                                    : -1;
 }
 
 int getdomainname(char* name, size_t size) noexcept {
-    record("getdomainname", size);
-    return fails("getdomainname") ? -1 : give(machine().domain, name, &size);
+    return answers("getdomainname", size) ? give(machine().domain, name, &size) : -1;
 }
 
 OSErr Gestalt(OSType selector, SInt32* response) {
@@ -116,9 +90,8 @@ OSErr Gestalt(OSType selector, SInt32* response) {
     for (const int shift : {24, 16, 8, 0}) {
         name.push_back(static_cast<char>(selector >> shift & 0xFF));
     }
-    record("Gestalt", name);
     const auto found = machine().gestalt.find(name);
-    if (fails("Gestalt") || found == machine().gestalt.end()) {
+    if (!answers("Gestalt", name) || found == machine().gestalt.end()) {
         return -5551;
     }
     *response = found->second;
@@ -133,26 +106,23 @@ mach_port_t mach_task_self() {
     return task_port;
 }
 kern_return_t mach_port_deallocate(mach_port_t task, mach_port_t port) {
-    require(task == task_port && port == host_port && machine().host_rights > 0);
-    --machine().host_rights;
+    require(task == task_port && port == host_port && machine().host_rights-- > 0);
     return KERN_SUCCESS;
 }
 kern_return_t host_page_size(mach_port_t host, vm_size_t* size) {
     require(host == host_port && machine().host_rights > 0);
     *size = machine().page_size;
-    return fails("host_page_size") ? 5 : KERN_SUCCESS;
+    return answers("host_page_size") ? KERN_SUCCESS : 5;
 }
 kern_return_t host_statistics(mach_port_t host, int flavour, host_info_t info,
                               mach_msg_type_number_t* words) {
     require(host == host_port && machine().host_rights > 0);
-    record("host_statistics", flavour, *words);
     std::memcpy(info, &machine().statistics, *words * sizeof(integer_t));
-    return fails("host_statistics") ? 5 : KERN_SUCCESS;
+    return answers("host_statistics", flavour, *words) ? KERN_SUCCESS : 5;
 }
 
 int statfs(const char* path, struct statfs* answer) {
-    record("statfs", path);
-    if (fails("statfs") || machine().file_systems.empty()) {
+    if (!answers("statfs", path) || machine().file_systems.empty()) {
         return -1;
     }
     *answer = machine().file_systems.front();
@@ -162,30 +132,27 @@ int statfs(const char* path, struct statfs* answer) {
 int getfsstat(struct statfs* records, int bytes, int mode) {
     const auto room = static_cast<size_t>(bytes) / sizeof(struct statfs);
     require(static_cast<size_t>(bytes) % sizeof(struct statfs) == 0);
-    record("getfsstat", records == nullptr ? "count" : "fill", room, mode);
-    const std::vector<struct statfs>& all = machine().file_systems;
-    if (records == nullptr) {
-        const int counted = machine().file_systems_counted;
-        return fails("getfsstat count") ? -1
-               : counted >= 0           ? counted
-                                        : static_cast<int>(all.size());
+    if (!answers(records == nullptr ? "getfsstat count" : "getfsstat fill", room, mode)) {
+        return -1;
     }
-    const size_t filled = std::min(room, all.size());
-    std::copy_n(all.begin(), filled, records);
-    return fails("getfsstat fill") ? -1 : static_cast<int>(filled);
+    if (records == nullptr) {
+        return machine().file_systems_counted;
+    }
+    const size_t filled = std::min(room, machine().file_systems.size());
+    std::copy_n(machine().file_systems.begin(), filled, records);
+    return static_cast<int>(filled);
 }
 
 const CFAllocatorRef kCFAllocatorDefault = nullptr;
 
 void CFRelease(CFTypeRef object) {
-    for (const auto& [key, value] : at(object).values) {
+    for (const auto& [key, value] : machine().objects.at(object).values) {
         CFRelease(value);
     }
-    objects().erase(object);
-    machine().objects = objects().size();
+    machine().objects.erase(object);
 }
 CFTypeID CFGetTypeID(CFTypeRef object) {
-    return static_cast<CFTypeID>(at(object).kind);
+    return static_cast<CFTypeID>(machine().objects.at(object).kind);
 }
 CFTypeID CFDictionaryGetTypeID() {
     return static_cast<CFTypeID>(Kind::dictionary);
@@ -194,34 +161,28 @@ CFTypeID CFStringGetTypeID() {
     return static_cast<CFTypeID>(Kind::string);
 }
 
-CFDataRef CFDataCreate(CFAllocatorRef allocator, const UInt8* bytes, CFIndex length) {
-    require(allocator == kCFAllocatorDefault);
+CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length) {
     machine().document.assign(reinterpret_cast<const char*>(bytes), static_cast<size_t>(length));
-    return fails("CFDataCreate") ? nullptr : make<CFDataRef>(Kind::data);
+    return answers("CFDataCreate") ? make<CFDataRef>({Kind::data, {}, {}}) : nullptr;
 }
 
-CFPropertyListRef CFPropertyListCreateFromXMLData(CFAllocatorRef allocator, CFDataRef data,
+CFPropertyListRef CFPropertyListCreateFromXMLData(CFAllocatorRef, CFDataRef data,
                                                   CFOptionFlags mutability, CFStringRef* error) {
-    require(allocator == kCFAllocatorDefault && at(data).kind == Kind::data && error == nullptr);
-    record("CFPropertyListCreateFromXMLData", mutability);
-    if (machine().other_top_level) {
-        return make(Kind::string, "top");
-    }
-    if (!machine().dictionary) {
+    require(object_at(data, Kind::data).text.empty() && error == nullptr);
+    if (!answers("CFPropertyListCreateFromXMLData", mutability)) {
         return nullptr;
     }
-    const CFTypeRef dictionary = make(Kind::dictionary);
-    for (const auto& [key, value] : *machine().dictionary) {
-        at(dictionary).values[key] = value ? make(Kind::string, *value) : make(Kind::number);
+    Object made = {machine().top_level, {}, {}};
+    for (const auto& [key, value] : machine().dictionary) {
+        made.values[key] = make({value ? Kind::string : Kind::number, value.value_or(""), {}});
     }
-    return dictionary;
+    return make(std::move(made));
 }
 
 Boolean CFDictionaryGetValueIfPresent(CFDictionaryRef dictionary, const void* key,
                                       const void** value) {
-    require(at(dictionary).kind == Kind::dictionary && at(key).kind == Kind::string);
-    const auto& values = at(dictionary).values;
-    const auto found = values.find(at(key).text);
+    const auto& values = object_at(dictionary, Kind::dictionary).values;
+    const auto found = values.find(object_at(key, Kind::string).text);
     if (found == values.end()) {
         return 0;
     }
@@ -229,17 +190,16 @@ Boolean CFDictionaryGetValueIfPresent(CFDictionaryRef dictionary, const void* ke
     return 1;
 }
 
-CFStringRef CFStringCreateWithCString(CFAllocatorRef allocator, const char* text,
-                                      CFStringEncoding encoding) {
-    require(allocator == kCFAllocatorDefault && encoding == kCFStringEncodingUTF8);
-    return fails("CFStringCreateWithCString") ? nullptr : make<CFStringRef>(Kind::string, text);
+CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding encoding) {
+    require(encoding == kCFStringEncodingUTF8);
+    return answers("CFStringCreateWithCString") ? make<CFStringRef>({Kind::string, text, {}})
+                                                : nullptr;
 }
 
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
                            CFStringEncoding encoding) {
-    require(at(string).kind == Kind::string && encoding == kCFStringEncodingUTF8);
-    record("CFStringGetCString", size);
-    const std::string& text = at(string).text;
+    require(encoding == kCFStringEncodingUTF8);
+    const std::string& text = object_at(string, Kind::string).text;
     if (text.size() + 1 > static_cast<size_t>(size)) {
         return 0;
     }

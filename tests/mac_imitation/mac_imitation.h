@@ -15,12 +15,16 @@
 
 namespace mac_imitation {
 
-// Strings by key; nothing stands for a value that is no string.
-using Dictionary = std::map<std::string, std::optional<std::string>>;
+// An object of CoreFoundation.
+enum class Kind { data = 1, string, dictionary, number };
+struct Object {
+    Kind kind;
+    std::string text;
+    std::map<std::string, const void*> values;
+};
 
 struct Machine {
-    // Functions that fail, by name; each fails too where the script below has no answer for it.
-    std::set<std::string> failing;
+    std::set<std::string> failing;  // functions that fail, by name
 
     std::map<std::pair<int, int>, std::string> kernel_values;  // by name: the bytes of the value
     std::string model;
@@ -29,21 +33,21 @@ struct Machine {
     vm_size_t page_size = 0;
     vm_statistics_data_t statistics = {};
     std::vector<struct statfs> file_systems;
-    int file_systems_counted = -1;         // the number that the count reports, when it is another
-    std::optional<Dictionary> dictionary;  // what the parser makes of any document
-    bool other_top_level = false;          // the document is a property list, but no dictionary
+    int file_systems_counted = 0;
+    // What the parser makes of any document; nothing stands for a value that is no string.
+    std::map<std::string, std::optional<std::string>> dictionary;
+    Kind top_level = Kind::dictionary;
 
     // What was asked, as "function argument argument", and what is still held.
     std::vector<std::string> calls;
     std::string document;  // the bytes handed to the parser
-    size_t objects = 0;
+    std::map<const void*, Object> objects;
+    uintptr_t objects_made = 0;
     int host_rights = 0;
 
     template <typename Value>
     void set_kernel_value(int group, int name, const Value& value) {
-        std::string bytes(sizeof value, '\0');
-        std::memcpy(bytes.data(), &value, sizeof value);
-        kernel_values[{group, name}] = bytes;
+        kernel_values[{group, name}].assign(reinterpret_cast<const char*>(&value), sizeof value);
     }
 };
 

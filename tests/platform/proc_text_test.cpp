@@ -21,59 +21,37 @@ struct Case {
 
 const Case cases[] = {
     {"PC with two processors, the second faster",
-     "processor\t: 0\nvendor_id\t: GenuineIntel\ncpu family\t: 6\nmodel\t\t: 15\n"
-     "model name\t: Genuine CPU @ 2.13GHz\ncpu MHz\t\t: 1596.000\n\n"
+     "processor\t: 0\nvendor_id\t: GenuineIntel\ncpu family\t: 6\ncpu MHz\t\t: 1596.000\n\n"
      "processor\t: 1\nvendor_id\t: GenuineIntel\ncpu family\t: 6\ncpu MHz\t\t: 2128.001\n",
      10, ixxx, 2'128'001'000},
     {"PC without a clock", "vendor_id\t: AuthenticAMD\ncpu family\t: 25\n", 10, ixxx, std::nullopt},
     {"PowerBook5,6",
-     "processor\t: 0\ncpu\t\t: 7447A, altivec supported\nclock\t\t: 1666.666000MHz\n"
-     "revision\t: 0.5 (pvr 8003 0105)\nbogomips\t: 83.20\ntimebase\t: 8320000\n"
-     "platform\t: PowerMac\nmodel\t\t: PowerBook5,6\nmachine\t\t: PowerBook5,6\n",
+     "cpu\t\t: 7447A, altivec supported\nclock\t\t: 1666.666000MHz\n"
+     "revision\t: 0.5 (pvr 8003 0105)\nmodel\t\t: PowerBook5,6\nmachine\t\t: PowerBook5,6\n",
      2, 272, 1'666'666'000},
-    {"Power Macintosh G4",
-     "cpu\t\t: 7400, altivec supported\nclock\t\t: 449.999987MHz\n"
-     "revision\t: 2.9 (pvr 000c 0209)\n",
-     2, 268, 449'999'987},
-    {"7410", "cpu\t\t: 7410, altivec supported\n", 2, 268, std::nullopt},
-    {"7455", "cpu\t\t: 7455, altivec supported\n", 2, 272, std::nullopt},
-    {"iMac", "cpu\t\t: 740/750\nrevision\t: 2.2 (pvr 0008 0202)\n", 2, 264, std::nullopt},
-    {"iBook", "cpu\t\t: 750FX\nclock\t\t: 900.000000MHz\n", 2, 264, 900'000'000},
+    {"G4", "cpu\t\t: 7400, altivec supported\nclock\t\t: 449.999987MHz\n", 2, 268, 449'999'987},
     {"745/755, which is no 7450", "cpu\t\t: 745/755\n", 2, 264, std::nullopt},
-    {"601", "cpu\t\t: 601\n", 2, 257, std::nullopt},
-    {"603", "cpu\t\t: 603\n", 2, 259, std::nullopt},
-    {"603e", "cpu\t\t: 603e\n", 2, 262, std::nullopt},
-    {"603ev", "cpu\t\t: 603ev\n", 2, 263, std::nullopt},
-    {"604", "cpu\t\t: 604\n", 2, 260, std::nullopt},
-    {"604e", "cpu\t\t: 604e\n", 2, 265, std::nullopt},
-    {"604ev", "cpu\t\t: 604ev\n", 2, 266, std::nullopt},
+    {"604ev, which is no 604e", "cpu\t\t: 604ev\n", 2, 266, std::nullopt},
     {"PowerPC model without a code",
-     "cpu\t\t: PPC970FX, altivec supported\nclock\t\t: 2000.000000MHz\n"
-     "revision\t: 3.0 (pvr 003c 0300)\n",
-     2, unknown, 2'000'000'000},
-    {"ARM", "processor\t: 0\nBogoMIPS\t: 38.40\nCPU implementer\t: 0x41\nCPU part\t: 0xd03\n",
-     unknown, unknown, std::nullopt},
+     "cpu\t\t: PPC970FX, altivec supported\nrevision\t: 3.0 (pvr 003c 0300)\n", 2, unknown,
+     std::nullopt},
     {"SuperH", "machine\t\t: Dreamcast\ncpu family\t: sh4\ncpu type\t: SH7091\n", unknown, unknown,
      std::nullopt},
     {"PA-RISC", "cpu family\t: PA-RISC 2.0\ncpu\t\t: PA8700 (PCX-W2)\ncpu MHz\t\t: 750.000000\n",
      unknown, unknown, 750'000'000},
-    {"Alpha", "cpu\t\t\t: Alpha\ncpu model\t\t: EV6\ncpu revision\t\t: 0\n", unknown, unknown,
-     std::nullopt},
     {"System z", "vendor_id       : IBM/S390\n# processors    : 2\n", unknown, unknown,
      std::nullopt},
-    {"empty", "", unknown, unknown, std::nullopt},
     {"fields without values", "cpu MHz\t:\nvendor_id\t:\ncpu family\t:\ncpu\t:\nclock\nrevision",
      unknown, unknown, std::nullopt},
     {"odd clocks", "cpu MHz\t: unknown\nclock\t: 7.123456789MHz\ncpu MHz\t: 5.\n", unknown, unknown,
      7'123'456},
     {"clock past 32 bits", "cpu MHz\t: 99999999999\n", unknown, unknown, std::nullopt},
-    {"last line cut short", "vendor_id\t: x\ncpu family\t: 6\ncpu MHz\t: 2", 10, ixxx, 2'000'000},
 };
 
 TEST(CpuInfo, RecordedTexts) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.description);
-        const CpuInfo info = parse_cpu_info(c.text);
+        const ProcessorFacts info = parse_cpu_info(c.text);
         EXPECT_EQ(info.architecture, c.architecture);
         EXPECT_EQ(info.type, c.type);
         EXPECT_EQ(info.clock_hz, c.clock_hz);

@@ -22,23 +22,14 @@ const Answer& answer(const char* question, const Answer& scripted) {
 std::optional<int32_t> processor_count() {
     return answer("processor_count", script().processor_count);
 }
-std::optional<uint64_t> processor_clock_hz() {
-    return answer("processor_clock_hz", script().processor_clock_hz);
-}
-std::optional<int32_t> architecture_code() {
-    return answer("architecture_code", script().architecture_code);
-}
-std::optional<int32_t> processor_type_code() {
-    return answer("processor_type_code", script().processor_type_code);
+ProcessorFacts processor_facts() {
+    return answer("processor_facts", script().processor_facts);
 }
 std::optional<std::string> hardware_model() {
     return answer("hardware_model", script().hardware_model);
 }
-std::optional<uint64_t> installed_memory() {
-    return answer("installed_memory", script().installed_memory);
-}
-std::optional<FreePages> free_pages() {
-    return answer("free_pages", script().free_pages);
+MemoryFacts memory_facts() {
+    return answer("memory_facts", script().memory_facts);
 }
 std::vector<MountedFileSystem> mounted_file_systems() {
     return answer("mounted_file_systems", script().mounted_file_systems);

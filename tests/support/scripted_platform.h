@@ -16,12 +16,9 @@ namespace velora_com::qel::platform {
 
 struct Script {
     std::optional<int32_t> processor_count;
-    std::optional<uint64_t> processor_clock_hz;
-    std::optional<int32_t> architecture_code;
-    std::optional<int32_t> processor_type_code;
+    ProcessorFacts processor_facts;
     std::optional<std::string> hardware_model;
-    std::optional<uint64_t> installed_memory;
-    std::optional<FreePages> free_pages;
+    MemoryFacts memory_facts;
     std::vector<MountedFileSystem> mounted_file_systems;
     std::optional<AvailableSpace> available_space;
     std::string system_version_file = "/nonexistent";

@@ -24,8 +24,8 @@ protected:
         script() = {};
         scripted_host() = {};
         script().processor_count = 2;
-        script().architecture_code = 2;
-        script().installed_memory = 1000000;
+        script().processor_facts.architecture = 2;
+        script().memory_facts.installed = 1000000;
         script().hardware_model = "PowerBook5,6";
         script().mounted_file_systems = {{"/", 4096, 25600, 14669, true},
                                          {"/a\"b c", 4096, 256, 0, true}};
@@ -91,11 +91,9 @@ TEST_F(Access, OnePropertyRunsOnlyItsCollector) {
         const wchar_t* name;
         std::set<std::string> asks;
     } cases[] = {
-        {L"TotalPhysicalMemory", {"installed_memory", "free_pages"}},
+        {L"TotalPhysicalMemory", {"memory_facts"}},
         {L"FreeDiskSpace", {"mounted_file_systems"}},
-        {L"CPUSerialNumber",
-         {"processor_count", "processor_clock_hz", "architecture_code", "processor_type_code",
-          "hardware_model"}},
+        {L"CPUSerialNumber", {"processor_count", "processor_facts", "hardware_model"}},
         {L"DomainName", {"nis_domain", "domain_name"}},
         {L"OSVersion", {}},
         {L"LastUpdate", {}},

@@ -105,9 +105,9 @@ TEST_F(Collectors, ProcessorFacts) {
         SCOPED_TRACE(&c - cases);
         script() = {};
         script().processor_count = c.count;
-        script().architecture_code = c.architecture;
-        script().processor_type_code = c.type;
-        script().processor_clock_hz = c.clock;
+        script().processor_facts.architecture = c.architecture;
+        script().processor_facts.type = c.type;
+        script().processor_facts.clock_hz = c.clock;
         script().hardware_model = c.model;
         CPUInformation info;
         EXPECT_EQ(properties.GetCPUInformation(info), c.result);
@@ -142,8 +142,8 @@ TEST_F(Collectors, MemoryFacts) {
     for (const auto& c : cases) {
         SCOPED_TRACE(&c - cases);
         script() = {};
-        script().installed_memory = c.total;
-        script().free_pages = c.pages;
+        script().memory_facts.installed = c.total;
+        script().memory_facts.free = c.pages;
         MemoryInformation info;
         EXPECT_EQ(properties.GetMemoryInformation(info), c.result);
         EXPECT_EQ(info.wstrTotalPhysicalMemory, c.total_text);

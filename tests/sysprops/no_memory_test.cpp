@@ -36,11 +36,11 @@ class NoMemory : public ::testing::Test {
 protected:
     void SetUp() override {
         script().processor_count = 1;
-        script().architecture_code = 10;
-        script().processor_type_code = 268;
+        script().processor_facts.architecture = 10;
+        script().processor_facts.type = 268;
         script().hardware_model = std::string(200, 'm');
-        script().installed_memory = 1000000;
-        script().free_pages = platform::FreePages{57, 10000};
+        script().memory_facts.installed = 1000000;
+        script().memory_facts.free = platform::FreePages{57, 10000};
         script().mounted_file_systems = {{"/a mount point of some length", 4096, 25600, 1, true}};
         script().system_version_file = "/proc/self/exe";  // any file: what it says is scripted
         script().property_list = {{{"ProductVersion", std::string(100, '1')}}};

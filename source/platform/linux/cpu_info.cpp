@@ -63,8 +63,8 @@ std::optional<uint64_t> clock_hz(std::string_view text) {
 
 }  // namespace
 
-CpuInfo parse_cpu_info(std::string_view text) {
-    CpuInfo info;
+ProcessorFacts parse_cpu_info(std::string_view text) {
+    ProcessorFacts info;
     bool has_vendor = false;
     bool has_numbered_family = false;
     bool has_version_register = false;

@@ -11,15 +11,6 @@
 
 namespace velora_com::qel::platform {
 
-namespace {
-
-std::optional<uint64_t> memory_figure_now(std::string_view label) {
-    const auto text = read_text_file("/proc/meminfo");
-    return text ? memory_figure(*text, label) : std::nullopt;
-}
-
-}  // namespace
-
 std::optional<uint64_t> memory_figure(std::string_view text, std::string_view label) {
     size_t start = 0;
     while (text.substr(start, label.size()) != label) {
@@ -36,18 +27,19 @@ std::optional<uint64_t> memory_figure(std::string_view text, std::string_view la
     return parsed.ec == std::errc() ? std::optional(kibibytes * 1024) : std::nullopt;
 }
 
-std::optional<uint64_t> installed_memory() {
-    return memory_figure_now("MemTotal:");
-}
-
-std::optional<FreePages> free_pages() {
-    const auto bytes = memory_figure_now("MemFree:");
-    const long page_size = sysconf(_SC_PAGESIZE);
-    if (!bytes || page_size <= 0) {
-        return std::nullopt;
+MemoryFacts memory_facts() {
+    const auto text = read_text_file("/proc/meminfo");
+    if (!text) {
+        return {};
     }
-    const auto page_bytes = static_cast<uint64_t>(page_size);
-    return FreePages{*bytes / page_bytes, page_bytes};
+    MemoryFacts facts = {memory_figure(*text, "MemTotal:"), std::nullopt};
+    const auto free_bytes = memory_figure(*text, "MemFree:");
+    const long page_size = sysconf(_SC_PAGESIZE);
+    if (free_bytes && page_size > 0) {
+        const auto page_bytes = static_cast<uint64_t>(page_size);
+        facts.free = FreePages{*free_bytes / page_bytes, page_bytes};
+    }
+    return facts;
 }
 
 }  // namespace velora_com::qel::platform

@@ -6,29 +6,15 @@
 
 namespace velora_com::qel::platform {
 
-namespace {
-
-CpuInfo cpu_info() {
-    const auto text = read_text_file("/proc/cpuinfo");
-    return text ? parse_cpu_info(*text) : CpuInfo{};
-}
-
-}  // namespace
-
 // Those that are online, whatever this process may use of them.
 std::optional<int32_t> processor_count() {
     const long count = sysconf(_SC_NPROCESSORS_ONLN);
     return count > 0 ? std::optional(static_cast<int32_t>(count)) : std::nullopt;
 }
 
-std::optional<uint64_t> processor_clock_hz() {
-    return cpu_info().clock_hz;
-}
-std::optional<int32_t> architecture_code() {
-    return cpu_info().architecture;
-}
-std::optional<int32_t> processor_type_code() {
-    return cpu_info().type;
+ProcessorFacts processor_facts() {
+    const auto text = read_text_file("/proc/cpuinfo");
+    return text ? parse_cpu_info(*text) : ProcessorFacts{};
 }
 
 }  // namespace velora_com::qel::platform

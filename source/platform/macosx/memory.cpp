@@ -21,12 +21,6 @@ private:
     mach_port_t port_;
 };
 
-}  // namespace
-
-std::optional<uint64_t> installed_memory() {
-    return sysctl_value<uint64_t>(CTL_HW, HW_MEMSIZE);
-}
-
 std::optional<FreePages> free_pages() {
     const HostPort host;
     vm_size_t page_size = 0;
@@ -40,6 +34,12 @@ std::optional<FreePages> free_pages() {
         return std::nullopt;
     }
     return FreePages{statistics.free_count, page_size};
+}
+
+}  // namespace
+
+MemoryFacts memory_facts() {
+    return {sysctl_value<uint64_t>(CTL_HW, HW_MEMSIZE), free_pages()};
 }
 
 }  // namespace velora_com::qel::platform

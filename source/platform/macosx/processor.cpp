@@ -21,17 +21,15 @@ std::optional<int32_t> processor_count() {
     return sysctl_value<int32_t>(CTL_HW, HW_NCPU);
 }
 
-std::optional<uint64_t> processor_clock_hz() {
-    // The manager's answers are signed by type only: clocks above 2^31 Hz fill the sign bit.
-    const auto hertz = gestalt(gestaltProcClkSpeed);
-    return hertz ? std::optional<uint64_t>(static_cast<uint32_t>(*hertz)) : std::nullopt;
-}
-
-std::optional<int32_t> architecture_code() {
-    return gestalt(gestaltSysArchitecture);
-}
-std::optional<int32_t> processor_type_code() {
-    return gestalt(gestaltNativeCPUtype);
+ProcessorFacts processor_facts() {
+    ProcessorFacts facts;
+    if (const auto hertz = gestalt(gestaltProcClkSpeed)) {
+        // The manager's answers are signed by type only: clocks above 2^31 Hz fill the sign bit.
+        facts.clock_hz = static_cast<uint32_t>(*hertz);
+    }
+    facts.architecture = gestalt(gestaltSysArchitecture);
+    facts.type = gestalt(gestaltNativeCPUtype);
+    return facts;
 }
 
 }  // namespace velora_com::qel::platform
