@@ -20,9 +20,13 @@ constexpr char to_lower(char character) {
     return is_upper(character) ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
+constexpr char to_upper(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
+                                                : character;
+}
+
 constexpr bool is_alphanumeric(char character) {
-    const char lower = to_lower(character);
-    return is_digit(character) || (lower >= 'a' && lower <= 'z');
+    return is_digit(character) || is_upper(to_upper(character));
 }
 
 }  // namespace velora_com::qel::support

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "support/ascii.h"
 #include "support/boundary.h"
 #include "vlrcomn/time_text.h"
 
@@ -11,24 +12,13 @@ using namespace velora_com::qel;
 
 namespace {
 
-constexpr char white_space[] = " \t\n\v\f\r";
-
-// A copy of `text` with `distance` added to each letter from `first` to `last`.
-std::string shift_letters(const std::string& text, char first, char last, int distance) {
+// A copy of `text` with every character mapped.
+std::string mapped(const std::string& text, char (*map)(char)) {
     return support::or_failure(std::string(), [&] {
         std::string result(text);
-        for (char& letter : result) {
-            if (letter >= first && letter <= last) {
-                letter = static_cast<char>(letter + distance);
-            }
-        }
+        std::transform(result.begin(), result.end(), result.begin(), map);
         return result;
     });
-}
-
-// A copy of the bytes from `begin` up to `end`.
-std::string part(const std::string& text, size_t begin, size_t end) {
-    return support::or_failure(std::string(), [&] { return text.substr(begin, end - begin); });
 }
 
 }  // namespace
@@ -36,20 +26,21 @@ std::string part(const std::string& text, size_t begin, size_t end) {
 namespace velora_com::qel {
 
 std::string orumcomn_convert_to_upper(const std::string& text) {
-    return shift_letters(text, 'a', 'z', 'A' - 'a');
+    return mapped(text, support::to_upper);
 }
 
 std::string orumcomn_convert_to_lower(const std::string& text) {
-    return shift_letters(text, 'A', 'Z', 'a' - 'A');
+    return mapped(text, support::to_lower);
 }
 
 std::string orumcomn_strip_leading_whitespace(const std::string& text) {
-    return part(text, std::min(text.find_first_not_of(white_space), text.size()), text.size());
+    const auto begin = std::find_if_not(text.begin(), text.end(), support::is_space);
+    return support::or_failure(std::string(), [&] { return std::string(begin, text.end()); });
 }
 
 std::string orumcomn_strip_trailing_whitespace(const std::string& text) {
-    // All blank: npos + 1 is 0.
-    return part(text, 0, text.find_last_not_of(white_space) + 1);
+    const auto end = std::find_if_not(text.rbegin(), text.rend(), support::is_space).base();
+    return support::or_failure(std::string(), [&] { return std::string(text.begin(), end); });
 }
 
 }  // namespace velora_com::qel
