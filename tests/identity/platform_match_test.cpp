@@ -20,41 +20,26 @@ TEST(PlatformMatch, DecidesOnNamesAndRanges) {
         // Names.
         {"MAC:10:4:11", "WIN|MAC", match},
         {"MAC:10:4:11", "WIN", unnamed},
-        {"MACX", "MAC", match},
         {"MAC", "MACX", unnamed},
         {"MAC", "mac", unnamed},
-        {"MAC", "", unnamed},
-        {"MAC", "||", unnamed},
-        {"", "MAC", unnamed},
         {"MAC:1", ":0", match},
-        {"MAC", "\tMAC", unnamed},
         // Ranges.
         {"MAC:10:4:11", "MAC:10:4:0-10:4:10", outside},
         {"MAC:10:4:11", "MAC:10:4:0-10:4:11", match},
         {"MAC:10:4:11", "MAC:10:5", outside},
-        {"MAC:10:4:11", "MAC:10:4", match},
         {"MAC:10:4:11", "MAC:10:4:11", match},
-        {"MAC:10:4:11", "MAC:10:4:12", outside},
         {"MAC:10:4:11", "MAC:10:5|MAC", match},
-        {"MAC", "MAC:0", match},
-        {"MAC", "MAC:1", outside},
         {"M A C : 1 0 : 4", " MAC : 10 : 4 - 10 : 4 ", match},
         {"MAC:\t10:+4", "MAC:10:4:0-10:4:0", match},
-        {"MAC:10 :4", "MAC:10:4:0-10:4:0", match},
         {"MAC:10\t:4", "MAC:10:0:0-10:0:0", match},  // the tab ends the numbers
-        {"MAC:10:4", "MAC:ten", match},
-        {"MAC:-1", "MAC:-1", outside},  // reads as -1 to 1
         {"MAC:-1:0:0", "MAC:-1--1:0:0", outside},
         // Bounds carry over from entry to entry of the platform's name only.
         {"MAC:10:4:0", "MAC:11-12|MAC:-20", outside},
-        {"MAC:10:4:0", "MAC:11-12|MAC:10", match},
-        {"MAC:10:4:0", "MAC:10:5|MAC:10", outside},
         {"MAC:10:4:0", "WIN:10:5|MAC:10", match},
         {"MAC:10:4:0", "MAC:1-2|MAC:10", outside},
         // Packing: builds spill into the minor, everything is modulo 2^64 and unsigned.
         {"MAC:1:0:65536", "MAC:1:1:0-1:1:0", match},
         {"MAC:65535:-1:65535", "MAC:0", match},
-        {"MAC:65535:0:0", "MAC:0", outside},
         {"MAC:65536", "MAC:0-0:0:0", match},
         {"MAC:0:0:-1", "MAC:1-0:0:-1", match},
         // Numbers past 32 bits saturate.

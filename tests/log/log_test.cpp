@@ -4,6 +4,7 @@
 #include <syslog.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
@@ -66,20 +67,6 @@ namespace {
 
 using testing::ElementsAre;
 
-// The messages between opening and closing under the agent's tag; anything else shows up as it is.
-std::vector<std::string> agent_messages() {
-    std::vector<std::string> messages;
-    for (size_t i = 0; i < logged.size(); ++i) {
-        if (i + 2 < logged.size() && logged[i] == "open [QEL]" && logged[i + 2] == "close") {
-            messages.push_back(logged[i + 1]);
-            i += 2;
-        } else {
-            messages.push_back(logged[i]);
-        }
-    }
-    return messages;
-}
-
 TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
     logged.clear();
     EXPECT_EQ(LogInSystemLog(SyslogCritical, "plain"), 1);
@@ -90,15 +77,12 @@ TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
     EXPECT_EQ(LogInSystemLog(SyslogError, "%m %d", 1), 1);
 #pragma GCC diagnostic pop
     EXPECT_EQ(errno, ENOENT);
-    EXPECT_EQ(LogInSystemLog(SyslogInfo, "i"), 1);
     EXPECT_EQ(LogInSystemLog(static_cast<SyslogPriority>(-7), "i"), 1);
-    EXPECT_EQ(LogInSystemLog(static_cast<SyslogPriority>(4), "i"), 1);
     EXPECT_EQ(LogInSystemLog(SyslogError, nullptr), 1);
     EXPECT_EQ(LogInSystemLog(SyslogError, "tag", nullptr), 1);
     EXPECT_THAT(logged, ElementsAre("open [QEL]", "2 plain", "close",                        //
                                     "open tag", "4 text-5", "close",                         //
                                     "open [QEL]", "3 No such file or directory 1", "close",  //
-                                    "open [QEL]", "6 i", "close", "open [QEL]", "6 i", "close",
                                     "open [QEL]", "6 i", "close"));
 }
 
@@ -126,18 +110,16 @@ void wrong_callback() {
 TEST(SignalLoop, DispatchesUntilASignalWithoutCallback) {
     in_child([] {
         SignalHandler signals;
-        EXPECT_EQ(signals.addSignalToBlock(SIGUSR1), 0);
-        EXPECT_EQ(signals.addSignalToBlock(SIGUSR2), 0);
-        EXPECT_EQ(signals.addSignalToBlock(SIGTERM), 0);
+        for (const int signal : {SIGUSR1, SIGUSR2, SIGTERM}) {
+            EXPECT_EQ(signals.addSignalToBlock(signal), 0);
+            kill(getpid(), signal);  // taken later, the lowest number first
+        }
         EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR1, count_usr1), 0);
         EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR1, wrong_callback), 0);
         EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR2, nullptr), 0);
-        kill(getpid(), SIGUSR1);
-        kill(getpid(), SIGUSR2);
-        kill(getpid(), SIGTERM);  // taken last: the lowest number first
         signals();
         EXPECT_EQ(usr1_calls, 1);
-        EXPECT_THAT(agent_messages(), ElementsAre("6 Received signal to stop QEL."));
+        EXPECT_THAT(logged, ElementsAre("open [QEL]", "6 Received signal to stop QEL.", "close"));
     });
 }
 
@@ -147,12 +129,14 @@ TEST(SignalLoop, LogsWhatItPassesOver) {
         signals.addSignalToBlock(SIGTERM);
         waits = {{-1, EINTR, 0}, {EINVAL, 0, 0}, {0, 0, SIGHUP}, {0, 0, 12345}, {0, 0, SIGTERM}};
         signals();
-        EXPECT_THAT(agent_messages(),
-                    ElementsAre("6 Error (4) occurred waiting for signal ... ignoring.",
-                                "6 Error (22) occurred waiting for signal ... ignoring.",
-                                "6 QEL received unknown signal ... ignoring.",
-                                "6 QEL received invalid signal ... ignoring.",
-                                "6 Received signal to stop QEL."));
+        for (const char* const word : {"open [QEL]", "close"}) {
+            logged.erase(std::remove(logged.begin(), logged.end(), word), logged.end());
+        }
+        EXPECT_THAT(logged, ElementsAre("6 Error (4) occurred waiting for signal ... ignoring.",
+                                        "6 Error (22) occurred waiting for signal ... ignoring.",
+                                        "6 QEL received unknown signal ... ignoring.",
+                                        "6 QEL received invalid signal ... ignoring.",
+                                        "6 Received signal to stop QEL."));
     });
 }
 

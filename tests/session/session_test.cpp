@@ -84,7 +84,6 @@ TEST_F(Session, SortsUsersAndWritesEveryRecord) {
     const std::string long_line(sizeof(utmpx::ut_line), 'l');
     add(BOOT_TIME, "~~", "reboot", "~");
     add(USER_PROCESS, "ts/0", "Alice", "pts/0");
-    add(USER_PROCESS, "ts/1", "Alice", "pts/1");
     add(USER_PROCESS, "ts/2", "Bob", "pts/2");
     add(USER_PROCESS, "ts/3", "carol", "pts/3");
     add(USER_PROCESS, "ts/4", "dave", "pts/4");
@@ -120,7 +119,7 @@ TEST_F(Session, SortsUsersAndWritesEveryRecord) {
                   "Some changes happen in the logon sessions.\n"
                   "2  ~~  reboot  ~ \n"
                   "7  ts/0  Alice  pts/0 \n" +
-                      local_line("alice") + "7  ts/1  Alice  pts/1 \n" + local_line("alice") +
+                      local_line("alice") +
                       "7  ts/2  Bob  pts/2 \n"
                       "found group struct corp. \n"
                       "Network User logged on corp\\bob \n"
@@ -190,20 +189,18 @@ TEST_F(Session, CollectionsOnSeveralThreadsSeeEveryRecord) {
 }
 
 TEST_F(Session, FindsDomainInPrimaryGroup) {
-    const struct {
-        const char* user;
-        bool found;
-        const char* domain;
-    } cases[] = {
-        {"Bob", true, "corp"},       {"erin", true, "corp"},           {"odd", true, ""},
-        {"plain", false, "before"},  {"nobackslash", false, "before"}, {"lost", false, "before"},
-        {"unknown", false, "before"}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.user);
-        std::string domain = "before";
-        EXPECT_EQ(FindDomainName(c.user, domain), c.found);
-        EXPECT_EQ(domain, c.domain);
+    const std::pair<const char*, const char*> domains[] = {
+        {"Bob", "corp"}, {"erin", "corp"}, {"odd", ""}};
+    std::string domain;
+    for (const auto& [user, expected] : domains) {
+        EXPECT_TRUE(FindDomainName(user, domain)) << user;
+        EXPECT_EQ(domain, expected);
     }
+    domain = "before";
+    for (const char* const user : {"plain", "nobackslash", "lost", "unknown"}) {
+        EXPECT_FALSE(FindDomainName(user, domain)) << user;
+    }
+    EXPECT_EQ(domain, "before");
 }
 
 TEST_F(Session, FindsDomainInDirectoryRecord) {
@@ -218,13 +215,10 @@ TEST_F(Session, FindsDomainInDirectoryRecord) {
         {upn, "userPrincipalName: u@Corp.Example\n", 1, "corp.example"},
         {upn, "a@first b@second.\n", 1, "first b@second"},
         {upn, "no at sign", 0, ""},
-        {upn, "u@ ...\n", 0, ""},
-        {upn, "", 0, "before"},
         {upn, std::nullopt, 0, "before"},
         {upn, std::string(1023, '.') + "@late", 0, ""},  // the 1024 bytes end at the "@"
         {oaa, ";Kerberosv5;;u@EAST.EXAMPLE;rest;\n", 1, "east.example"},
         {oaa, "u@EAST.EXAMPLE\n", 0, ""},
-        {oaa, "u@;x", 0, ""},
         {"other", "u@corp;", 0, ""},
     };
     for (const auto& c : cases) {

@@ -1,55 +1,23 @@
-// System time, folders, computer name, termination flag.
+// System folders, computer name, termination flag. The system time is in time_test.cpp.
 #include <gtest/gtest.h>
 #include <sys/utsname.h>
 
 #include <csignal>
 #include <cstring>
-#include <ctime>
-#include <string>
 
 #include "vlrcomn/system.h"
 
 namespace {
 
-TEST(SystemTime, IsLocal) {
-    setenv("TZ", "XYZ-5:30", 1);
-    tzset();
-    oruSystemTime record;
-    time_t before, after;
-    do {
-        before = std::time(nullptr);
-        oruGetSystemTime(&record);
-        after = std::time(nullptr);
-    } while (before != after);
-    std::tm time;
-    localtime_r(&before, &time);
-    const uint16_t expected[] = {
-        static_cast<uint16_t>(time.tm_year + 1900), static_cast<uint16_t>(time.tm_mon + 1),
-        static_cast<uint16_t>(time.tm_wday),        static_cast<uint16_t>(time.tm_mday),
-        static_cast<uint16_t>(time.tm_hour),        static_cast<uint16_t>(time.tm_min),
-        static_cast<uint16_t>(time.tm_sec),         0};
-    EXPECT_EQ(std::memcmp(&record, expected, sizeof expected), 0);
-    unsetenv("TZ");
-    tzset();
-    oruGetSystemTime(nullptr);
-}
-
 TEST(SystemFolders, TellTheirLengthOrTheSizeThatTheyNeed) {
-    const struct {
-        uint32_t (*get)(char*, uint32_t);
-        uint32_t size, result;
-        const char* text;
-    } cases[] = {
-        {oruGetWindowsDirectory, 0, 9, "####"},     {oruGetWindowsDirectory, 8, 9, "####"},
-        {oruGetWindowsDirectory, 9, 8, "/Library"}, {oruGetWindowsDirectory, 20, 8, "/Library"},
-        {oruGetSystemDirectory, 4, 5, "####"},      {oruGetSystemDirectory, 5, 4, "/usr"},
-    };
-    for (const auto& [get, size, result, text] : cases) {
-        char buffer[20] = "####";
-        EXPECT_EQ(get(buffer, size), result) << size;
-        EXPECT_STREQ(buffer, text) << size;
-        EXPECT_EQ(get(nullptr, size), std::strlen(text) == result ? result + 1 : result);
-    }
+    char buffer[20] = "kept";
+    EXPECT_EQ(oruGetWindowsDirectory(buffer, 8), 9U);
+    EXPECT_EQ(oruGetSystemDirectory(nullptr, 20), 5U);
+    EXPECT_STREQ(buffer, "kept");
+    EXPECT_EQ(oruGetWindowsDirectory(buffer, 9), 8U);
+    EXPECT_STREQ(buffer, "/Library");
+    EXPECT_EQ(oruGetSystemDirectory(buffer, 5), 4U);
+    EXPECT_STREQ(buffer, "/usr");
 }
 
 TEST(ComputerName, FitsOrIsRefused) {
@@ -76,7 +44,6 @@ TEST(Termination, HandlerSetsTheFlag) {
     std::signal(SIGTERM, former);
     EXPECT_EQ(bSigTermReceived, 1);
     bSigTermReceived = 0;
-    EXPECT_EQ(oruTranslateMessage(nullptr), 1);
 }
 
 }  // namespace
