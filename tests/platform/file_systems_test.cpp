@@ -41,25 +41,20 @@ TEST(MountTable, WhatMayWaitIsNotAsked) {
 TEST(BlockCounts, LargeSizesAreGivenInLargerBlocks) {
     constexpr uint64_t one = 1;
     constexpr int32_t most = INT32_MAX;
-    const struct {
-        uint64_t size, blocks, free;
-        int32_t expected_size, expected_blocks, expected_free;
-    } cases[] = {
-        {4096, (one << 31) - 1, 5, 4096, most, 5},
-        {4096, one << 31, 5, 8192, 1 << 30, 2},
-        {4096, (one << 38) + 255, one << 37, 1 << 20, 1 << 30, 1 << 29},
-        {512, one << 62, one << 61, 1 << 20, most, most},
-        {one << 21, 7, 3, 1 << 21, 7, 3},
-        {UINT64_MAX, UINT64_MAX, UINT64_MAX, most, most, most},
-        {0, 0, 0, 0, 0, 0},
+    using Counts = std::tuple<int32_t, int32_t, int32_t>;
+    const std::pair<std::array<uint64_t, 3>, Counts> cases[] = {
+        {{4096, (one << 31) - 1, 5}, {4096, most, 5}},
+        {{4096, one << 31, 5}, {8192, 1 << 30, 2}},
+        {{4096, (one << 38) + 255, one << 37}, {1 << 20, 1 << 30, 1 << 29}},
+        {{512, one << 62, one << 61}, {1 << 20, most, most}},
+        {{one << 21, 7, 3}, {1 << 21, 7, 3}},
+        {{UINT64_MAX, UINT64_MAX, UINT64_MAX}, {most, most, most}},
+        {{0, 0, 0}, {0, 0, 0}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.size << " x " << c.blocks);
+    for (const auto& [stated, expected] : cases) {
         MountedFileSystem sized{"/", 0, 0, 0, true};
-        set_block_counts(sized, c.size, c.blocks, c.free);
-        EXPECT_EQ(sized.block_size, c.expected_size);
-        EXPECT_EQ(sized.blocks, c.expected_blocks);
-        EXPECT_EQ(sized.free_blocks, c.expected_free);
+        set_block_counts(sized, stated[0], stated[1], stated[2]);
+        EXPECT_EQ(Counts(sized.block_size, sized.blocks, sized.free_blocks), expected);
     }
 }
 

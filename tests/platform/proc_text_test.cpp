@@ -24,12 +24,10 @@ const Case cases[] = {
      "processor\t: 0\nvendor_id\t: GenuineIntel\ncpu family\t: 6\ncpu MHz\t\t: 1596.000\n\n"
      "processor\t: 1\nvendor_id\t: GenuineIntel\ncpu family\t: 6\ncpu MHz\t\t: 2128.001\n",
      10, ixxx, 2'128'001'000},
-    {"PC without a clock", "vendor_id\t: AuthenticAMD\ncpu family\t: 25\n", 10, ixxx, std::nullopt},
     {"PowerBook5,6",
      "cpu\t\t: 7447A, altivec supported\nclock\t\t: 1666.666000MHz\n"
      "revision\t: 0.5 (pvr 8003 0105)\nmodel\t\t: PowerBook5,6\nmachine\t\t: PowerBook5,6\n",
      2, 272, 1'666'666'000},
-    {"G4", "cpu\t\t: 7400, altivec supported\nclock\t\t: 449.999987MHz\n", 2, 268, 449'999'987},
     {"745/755, which is no 7450", "cpu\t\t: 745/755\n", 2, 264, std::nullopt},
     {"604ev, which is no 604e", "cpu\t\t: 604ev\n", 2, 266, std::nullopt},
     {"PowerPC model without a code",
@@ -39,8 +37,6 @@ const Case cases[] = {
      std::nullopt},
     {"PA-RISC", "cpu family\t: PA-RISC 2.0\ncpu\t\t: PA8700 (PCX-W2)\ncpu MHz\t\t: 750.000000\n",
      unknown, unknown, 750'000'000},
-    {"System z", "vendor_id       : IBM/S390\n# processors    : 2\n", unknown, unknown,
-     std::nullopt},
     {"fields without values", "cpu MHz\t:\nvendor_id\t:\ncpu family\t:\ncpu\t:\nclock\nrevision",
      unknown, unknown, std::nullopt},
     {"odd clocks", "cpu MHz\t: unknown\nclock\t: 7.123456789MHz\ncpu MHz\t: 5.\n", unknown, unknown,
@@ -66,7 +62,6 @@ TEST(MemoryInfo, FiguresAreFoundByTheirWholeLabel) {
     const std::pair<const char*, std::optional<uint64_t>> figures[] = {
         {"MemTotal:", uint64_t{24684092} * 1024},
         {"MemFree:", 9 * 1024},
-        {"Mapped:", 3 * 1024},
         {"Cached:", std::nullopt},
         {"Buffers:", std::nullopt},
         {"MemAvailable:", std::nullopt},
