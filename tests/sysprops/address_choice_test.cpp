@@ -7,72 +7,54 @@
 namespace velora_com::qel::sysprops {
 namespace {
 
-IPAddress address(const char* text, const char* mask, const char* subnet) {
-    IPAddress result;
-    const bool ipv6 = std::string(text).find(':') != std::string::npos;
-    result.setOption(IP_ADDRESS, text);
-    result.setOption(IP_FAMILY, static_cast<unsigned int>(ipv6 ? AF_INET6 : AF_INET));
-    result.setOption(IP_SUBNETMASK, mask);
-    result.setOption(IP_SUBNETADDR, subnet);
-    return result;
-}
-
-void add(NetInterfaceList& list, unsigned int index, const char* mac,
-         const std::vector<IPAddress>& addresses) {
+// An interface whose MAC address is its index and whose masks and subnets are "m" and "s" with
+// the place in the list.
+void add(NetInterfaceList& list, unsigned int index, const std::vector<std::string>& addresses) {
     NetInterface& interface = list.getNetInterface(index);
     interface.setOption(NETINTERFACE_INDEX, index);
-    interface.setOption(NETINTERFACE_MACADDRESS, mac);
-    for (const IPAddress& item : addresses) {
-        interface.setOption(NETINTERFACE_IPADDRESS, item);
+    interface.setOption(NETINTERFACE_MACADDRESS, std::to_string(index));
+    for (size_t i = 0; i < addresses.size(); ++i) {
+        const bool ipv6 = addresses[i].find(':') != std::string::npos;
+        IPAddress address;
+        address.setOption(IP_ADDRESS, addresses[i]);
+        address.setOption(IP_FAMILY, static_cast<unsigned int>(ipv6 ? AF_INET6 : AF_INET));
+        address.setOption(IP_SUBNETMASK, "m" + std::to_string(i));
+        address.setOption(IP_SUBNETADDR, "s" + std::to_string(i));
+        interface.setOption(NETINTERFACE_IPADDRESS, address);
     }
 }
 
 TEST(AddressChoice, FollowsTheLastKnownAddress) {
-    NetInterfaceList both(false);
-    add(both, 7, "000000000007",
-        {address("fd00:0:0:0:0:0:0:7", "m6", "s6"), address("10.1.2.3", "m7", "s7"),
-         address("10.1.2.3", "m7b", "s7b"), address("10.1.2.4", "m8", "s8")});
-    add(both, 4, "000000000004",
-        {address("fe80:0:0:0:0:0:0:4", "m4l", "s4l"), address("192.0.2.4", "m4", "s4")});
-    NetInterfaceList ipv6(false);
-    add(ipv6, 9, "000000000009", {address("fd00:0:0:0:0:0:0:9", "m9", "s9")});
-    add(ipv6, 3, "000000000003", {address("fe80:0:0:0:0:0:0:3", "m3", "s3")});
-    NetInterfaceList ipv4(false);
-    add(ipv4, 5, "000000000005", {address("192.0.2.5", "m5", "s5")});
-
-    struct Case {
-        NetInterfaceList* list;
+    NetInterfaceList both(false), ipv6(false), ipv4(false);
+    add(both, 7, {"fd00:0:0:0:0:0:0:7", "10.1.2.3", "10.1.2.3", "10.1.2.4"});
+    add(both, 4, {"fe80:0:0:0:0:0:0:4", "192.0.2.4"});
+    add(ipv6, 9, {"fd00:0:0:0:0:0:0:9"});
+    add(ipv6, 3, {"fe80:0:0:0:0:0:0:3"});
+    add(ipv4, 5, {"192.0.2.5"});
+    const struct {
+        NetInterfaceList& list;
         const char* last_known;
-        const wchar_t *address, *mac, *mask, *subnet;
-    };
-    const Case cases[] = {
+        const wchar_t* chosen;  // address, MAC, mask, subnet
+    } cases[] = {
         // Present, though another interface has a lower index; the later duplicate gives the subnet.
-        {&both, "10.1.2.3", L"10.1.2.3", L"000000000007", L"m7b", L"s7b"},
-        {&both, "10.1.2.4", L"10.1.2.4", L"000000000007", L"m8", L"s8"},
-        {&both, "fd00:0:0:0:0:0:0:7", L"fd00:0:0:0:0:0:0:7", L"000000000007", L"m6", L"s6"},
-        // Unknown or gone: the first of its family, by index.
-        {&both, "", L"192.0.2.4", L"000000000004", L"m4", L"s4"},
-        {&both, "10.9.9.9", L"192.0.2.4", L"000000000004", L"m4", L"s4"},
-        {&both, "fd00:0:0:0:0:0:0:99", L"fe80:0:0:0:0:0:0:4", L"000000000004", L"m4l", L"s4l"},
-        // A compressed one matches nothing, but is IPv6.
-        {&both, "fd00::7", L"fe80:0:0:0:0:0:0:4", L"000000000004", L"m4l", L"s4l"},
-        {&both, "no address", L"192.0.2.4", L"000000000004", L"m4", L"s4"},
+        {both, "10.1.2.3", L"10.1.2.3 7 m2 s2"},
+        {both, "10.1.2.4", L"10.1.2.4 7 m3 s3"},
+        {both, "fd00:0:0:0:0:0:0:7", L"fd00:0:0:0:0:0:0:7 7 m0 s0"},
+        // Unknown or gone: the first of its family, by index. A compressed one matches nothing.
+        {both, "", L"192.0.2.4 4 m1 s1"},
+        {both, "10.9.9.9", L"192.0.2.4 4 m1 s1"},
+        {both, "fd00::7", L"fe80:0:0:0:0:0:0:4 4 m0 s0"},
         // Nothing of the family: the very first.
-        {&ipv6, "", L"fe80:0:0:0:0:0:0:3", L"000000000003", L"m3", L"s3"},
-        {&ipv6, "10.1.2.3", L"fe80:0:0:0:0:0:0:3", L"000000000003", L"m3", L"s3"},
-        {&ipv4, "fd00:0:0:0:0:0:0:7", L"192.0.2.5", L"000000000005", L"m5", L"s5"},
+        {ipv6, "", L"fe80:0:0:0:0:0:0:3 3 m0 s0"},
+        {ipv4, "fd00:0:0:0:0:0:0:7", L"192.0.2.5 5 m0 s0"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.last_known + std::string(" among ") +
-                     (c.list == &both   ? "both"
-                      : c.list == &ipv6 ? "IPv6"
-                                        : "IPv4"));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.last_known);
         NetworkInformation info;
-        choose_address(*c.list, c.last_known, info);
-        EXPECT_EQ(info.wstrIPAddress, c.address);
-        EXPECT_EQ(info.wstrNETAddress, c.mac);
-        EXPECT_EQ(info.wstrSubnetMask, c.mask);
-        EXPECT_EQ(info.wstrSubnetAddress, c.subnet);
+        choose_address(c.list, c.last_known, info);
+        EXPECT_EQ(info.wstrIPAddress + L' ' + info.wstrNETAddress + L' ' + info.wstrSubnetMask +
+                      L' ' + info.wstrSubnetAddress,
+                  c.chosen);
     }
 }
 
