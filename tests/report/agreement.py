@@ -7,7 +7,6 @@ machine several interfaces and a name; the machine itself stays as it was. Skips
 import ipaddress
 import json
 import os
-import resource
 import shutil
 import socket
 import subprocess
@@ -31,8 +30,6 @@ def skip(reason):
 
 
 def enter_namespaces():
-    if "--inside" in sys.argv:
-        return
     if os.geteuid() != 0:
         skip("needs root for namespaces")
     for tool in ("ip", "unshare", "df", "nproc", "uname", "mount"):
@@ -41,8 +38,9 @@ def enter_namespaces():
     if not os.path.exists("/proc/net/if_inet6"):
         skip("no IPv6")
     unshare = ["unshare", "--net", "--uts", "--mount"]
-    if subprocess.run(unshare + ["true"], stderr=subprocess.DEVNULL).returncode != 0:
-        skip("namespaces are not allowed here")
+    trial = unshare + ["sh", "-c", "ip link add v0 type veth peer name v1"]
+    if subprocess.run(trial, stderr=subprocess.DEVNULL).returncode != 0:
+        skip("namespaces or interfaces of its own are not allowed here")
     os.execvp(unshare[0], unshare + [sys.executable] + sys.argv + ["--inside"])
 
 
@@ -59,10 +57,9 @@ def make_interfaces():
         ip link add d0 type veth peer name d1
         ip addr add 203.0.113.9/24 dev d0""".strip().splitlines():
         run(*line.split())
-    tun = subprocess.run(["ip", "tuntap", "add", "dev", "tun0", "mode", "tun"])
-    if tun.returncode == 0:
-        run("ip", "addr", "add", "10.8.0.1/24", "dev", "tun0")
-        run("ip", "link", "set", "tun0", "up")
+    if subprocess.run("ip tuntap add dev tun0 mode tun".split()).returncode == 0:
+        run(*"ip addr add 10.8.0.1/24 dev tun0".split())
+        run(*"ip link set tun0 up".split())
     # The link-local addresses come once the carrier is seen.
     deadline = time.monotonic() + 30
     while len([a for a in addresses_of_ip() if a[3].startswith("fe80:")]) < 2:
@@ -73,7 +70,6 @@ def make_interfaces():
 
 def text_of(address):
     """The library's text: dotted decimal, or eight groups without padding."""
-    address = ipaddress.ip_address(address)
     if address.version == 4:
         return str(address)
     return ":".join(format(int(group, 16), "x") for group in address.exploded.split(":"))
@@ -94,207 +90,101 @@ def addresses_of_ip():
 
 
 def probe(*last_known):
-    addresses, chosen = [], []
-    for line in run(PROBE, *last_known).splitlines():
-        fields = line.split()
-        if fields[0] == "address":
-            addresses.append((int(fields[1]), *fields[2:]))
-        elif fields[0] == "chosen":
-            chosen.append(tuple(fields[1:]))
-    return addresses, chosen
+    lines = [line.split() for line in run(PROBE, *last_known).splitlines()]
+    return ([(int(fields[1]), *fields[2:]) for fields in lines if fields[0] == "address"],
+            [fields[1:] for fields in lines if fields[0] == "chosen"])
 
 
 def report(*arguments):
     return json.loads(run(VLRPROPS, "--json", *arguments))
 
 
-def coarsened(value, total, integer):
-    step = total // 20 if integer else total / 20
-    points = [k * step for k in range(1, 21) if k * step < value]
-    return points[-1] if points else value
-
-
 class Network(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.expected = addresses_of_ip()
-
-    def test_every_address_with_mask_subnet_and_mac(self):
-        self.assertEqual(len([a for a in self.expected if a[1] == "v0"]), 4)
-        self.assertEqual(sorted(probe()[0]), sorted(self.expected))
-
-    def test_last_known_address(self):
-        by_text = {a[3]: a for a in self.expected}
-        first = {family: next(a for a in sorted(probe()[0], key=lambda a: a[0])
-                              if (":" in a[3]) == (family == 6)) for family in (4, 6)}
-        cases = [("198.51.100.77", by_text["198.51.100.77"]),
-                 ("2001:db8:0:0:0:0:0:5", by_text["2001:db8:0:0:0:0:0:5"]),
-                 ("2001:db8::5", first[6]), ("", first[4]), ("203.0.113.9", first[4]),
-                 ("10.8.0.1", first[4]), ("127.0.0.1", first[4]), ("::1", first[6])]
-        for (last_known, want), got in zip(cases, probe(*[case[0] for case in cases])[1]):
-            with self.subTest(last_known):
-                self.assertEqual(got, ("1", *want[2:]))
-
-    def test_report_names_the_first_ipv4_address(self):
+    def test_addresses(self):
+        expected = addresses_of_ip()
+        by_text = {a[3]: a for a in expected}
+        found = sorted(probe("")[0], key=lambda a: a[0])
+        self.assertEqual(len([a for a in expected if a[1] == "v0"]), 4)
+        self.assertEqual(sorted(found), sorted(expected))
+        first = {family: next(a for a in found if (":" in a[3]) == (family == 6))
+                 for family in (4, 6)}
+        cases = {"198.51.100.77": by_text["198.51.100.77"],
+                 "2001:db8:0:0:0:0:0:5": by_text["2001:db8:0:0:0:0:0:5"],
+                 "2001:db8::5": first[6], "": first[4], "203.0.113.9": first[4],
+                 "10.8.0.1": first[4], "127.0.0.1": first[4], "::1": first[6]}
+        for last_known, got in zip(cases, probe(*cases)[1]):
+            self.assertEqual(got, ["1", *cases[last_known][2:]], last_known)
         values = report()
-        index = next(a for a in self.expected if a[3] == "198.51.100.5")
         self.assertEqual([values[k] for k in ("NETAddress", "IPAddress", "SubnetMask",
-                                              "SubnetAddress")], list(index[2:]))
-        self.assertEqual(values["IPXAddress"], "N/A")
+                                              "SubnetAddress")], list(first[4][2:]))
 
     def test_loopback_only(self):
         """In one more namespace: no address, and the names all the same."""
         inside = ["unshare", "--net", "sh", "-c", 'ip link set lo up; exec "$@"', "sh"]
-        values = json.loads(run(*inside, VLRPROPS, "--json"))
-        for key in ("IPAddress", "SubnetAddress", "SubnetMask", "NETAddress"):
-            self.assertEqual(values[key], "N/A")
-        self.assertEqual(values["ComputerName"], "alpha")
         self.assertEqual(run(*inside, PROBE, "").split(), ["chosen", "0"] + ["N/A"] * 4)
+        values = json.loads(run(*inside, VLRPROPS, "--json"))
+        self.assertEqual((values["IPAddress"], values["ComputerName"]), ("N/A", "alpha"))
 
 
 class Machine(unittest.TestCase):
-    def test_names(self):
+    def test_names_and_processors(self):
         values = report()
         self.assertEqual(values["ComputerName"], run("uname", "-n").strip().split(".")[0])
         self.assertEqual(values["IPHostName"], HOST)
-
-    def test_processors(self):
         online = str(os.sysconf("SC_NPROCESSORS_ONLN"))
         if len(os.sched_getaffinity(0)) == int(online):
             online = run("nproc", env={"PATH": os.environ["PATH"]}).strip()
-        self.assertEqual(report()["NumOfCPU"], online)
+        self.assertEqual(values["NumOfCPU"], online)
 
     def test_memory(self):
-        def meminfo():
-            with open("/proc/meminfo") as lines:
-                return {k: int(v.split()[0]) * 1024 for k, v in (l.split(":") for l in lines)}
-        before = meminfo()
+        with open("/proc/meminfo") as lines:
+            figures = {k: int(v.split()[0]) * 1024 for k, v in (l.split(":") for l in lines)}
         values = report()
-        after = meminfo()
-        total = int(values["TotalPhysicalMemory"])
-        self.assertEqual(total, before["MemTotal"])
-        # Other programs take and give memory meanwhile: 2 % of the total are allowed for that.
-        low = min(before["MemFree"], after["MemFree"]) - total // 50
-        high = max(before["MemFree"], after["MemFree"]) + total // 50
-        free = int(values["FreeMemory"])
-        self.assertLessEqual(coarsened(low, total, True) if low > total // 20 else 0, free)
-        self.assertLessEqual(free, coarsened(high, total, True))
+        total, free = int(values["TotalPhysicalMemory"]), int(values["FreeMemory"])
+        self.assertEqual(total, figures["MemTotal"])
+        # In steps of a twentieth; other programs take and give memory meanwhile.
+        self.assertAlmostEqual(free, figures["MemFree"], delta=total // 8)
         self.assertTrue(free % (total // 20) == 0 or free <= total // 20)
 
     def test_disks(self):
-        sizes = {}
-        for line in run("df", "-a", "-B1", "--output=size,target").splitlines()[1:]:
-            size, target = line.split(maxsplit=1)
-            sizes[target] = int(size) if size.isdigit() else 0
         file_systems = report("--file-systems")
-        self.assertTrue(file_systems)
         for mount_point, space in file_systems.items():
-            with self.subTest(mount_point):
-                total = sizes[mount_point] / 1048576
-                # Large file systems are counted in larger blocks, which may cut off one of them.
-                self.assertAlmostEqual(float(space["total"]), total, delta=0.01 + total / 2**30)
-        own = file_systems[self.scratch]
-        self.assertEqual(own, {"total": "64.00", "free": f"{coarsened(48, 64, False):.2f}"})
-        values = report()
-        self.assertEqual(int(values["NumberOfFileSystems"]), len(file_systems))
-        self.assertAlmostEqual(float(values["TotalDiskSpace"]),
-                               sum(float(s["total"]) for s in file_systems.values()),
-                               delta=0.01 * (len(file_systems) + 1))
+            size = run("df", "-B1", "--output=size", mount_point).splitlines()[1].strip()
+            total = int(size) / 1048576
+            # Large file systems are counted in larger blocks, which may cut off one of them.
+            self.assertAlmostEqual(float(space["total"]), total, delta=0.01 + total / 2**30)
+        self.assertEqual(file_systems[self.scratch], {"total": "64.00", "free": "44.80"})
+        self.assertEqual(int(report()["NumberOfFileSystems"]), len(file_systems))
 
-    def test_time(self):
-        before = int(time.time())
-        environment = {**os.environ, "TZ": "ABC-5:30DEF", "LANG": "ja_JP.UTF-8"}
-        values = json.loads(run(VLRPROPS, "--json", env=environment))
-        self.assertEqual([values["TimeZone"], values["DefaultLangID"]], ["ABC", "0411"])
-        os.environ["TZ"] = environment["TZ"]
-        time.tzset()
-        collected = time.mktime(time.strptime(values["LastUpdate"], "%m/%d/%Y %H:%M:%S"))
-        self.assertTrue(before <= collected <= time.time())
-
-    def test_identity_without_a_version_file(self):
-        if os.path.exists("/System/Library/CoreServices/SystemVersion.plist"):
-            self.skipTest("this machine has a version file")
-        values = report()
-        self.assertEqual([values[k] for k in ("OSType", "PlatformID", "OSOEMId", "OSVersion")],
-                         ["Mac OS X", "MAC", "Apple Macintosh", "N/A"])
-
-
-# A root folder of its own over the machine's, with a version file, in which the program runs.
-WITH_VERSION_FILE = """
-    set -e
-    mount -t tmpfs none /mnt
-    mkdir -p /mnt/upper/System/Library/CoreServices /mnt/upper/tested /mnt/work /mnt/root
-    cp "$1"/* /mnt/upper/System/Library/CoreServices
-    cp "$2" "$3" /mnt/upper/tested
-    mount -t overlay -o lowerdir=/,upperdir=/mnt/upper,workdir=/mnt/work overlay /mnt/root
-    mount --rbind /proc /mnt/root/proc
-    mount --rbind /dev /mnt/root/dev
-    LD_LIBRARY_PATH=/tested exec chroot /mnt/root "/tested/${2##*/}" --json
-"""
-HEAD = '<?xml version="1.0" encoding="UTF-8"?>\n'
-GOOD = ("<plist version='1.0'><dict><key>ProductBuildVersion</key><string>8S165</string>"
-        "<key>ProductVersion</key><string>10.4.11</string></dict></plist>\n")
-LAUGHS = ("<!DOCTYPE plist [<!ENTITY a0 'ha'>" +
-          "".join(f"<!ENTITY a{n + 1} '{('&a%d;' % n) * 10}'>" for n in range(9)) + "]>")
-
-
-class VersionFile(unittest.TestCase):
-    def values(self, document, server=False):
-        folder = tempfile.mkdtemp(dir=Machine.scratch)
-        self.addCleanup(shutil.rmtree, folder)
-        with open(os.path.join(folder, "SystemVersion.plist"), "wb") as file:
-            file.write(document if isinstance(document, bytes) else document.encode())
-        if server:
-            open(os.path.join(folder, "ServerVersion.plist"), "w").close()
+    def test_version_file(self):
+        """The program runs in a root folder of its own over the machine's, with a version file."""
+        in_folder = """
+            set -e
+            mount -t tmpfs none /mnt
+            mkdir -p /mnt/upper/System/Library/CoreServices /mnt/upper/tested /mnt/work /mnt/root
+            mount -t overlay -o lowerdir=/,upperdir=/mnt/upper,workdir=/mnt/work o /mnt/root || exit 77
+            cat >/mnt/upper/System/Library/CoreServices/SystemVersion.plist
+            cp "$@" /mnt/upper/tested
+            mount --rbind /proc /mnt/root/proc
+            LD_LIBRARY_PATH=/tested exec chroot /mnt/root "/tested/${1##*/}" --json"""
         library = next(line.split()[2] for line in run("ldd", VLRPROPS).splitlines()
                        if "libvlrcomn" in line)
-        return json.loads(run("unshare", "--mount", "sh", "-c", WITH_VERSION_FILE, "sh", folder,
-                              VLRPROPS, library))
-
-    def setUp(self):
-        probe_overlay = ("mount -t tmpfs none /mnt && mkdir /mnt/u /mnt/w /mnt/r && "
-                         "mount -t overlay -o lowerdir=/,upperdir=/mnt/u,workdir=/mnt/w o /mnt/r")
-        if subprocess.run(["unshare", "--mount", "sh", "-c", probe_overlay],
-                          stderr=subprocess.DEVNULL).returncode != 0:
+        document = ("<plist version='1.0'><dict><key>ProductBuildVersion</key><string>8S165"
+                    "</string><key>ProductVersion</key><string>10.4.11</string></dict></plist>")
+        inside = subprocess.run(["unshare", "--mount", "sh", "-c", in_folder, "sh", VLRPROPS, library],
+                                text=True, input=document, stdout=subprocess.PIPE)
+        if inside.returncode == 77:
             self.skipTest("no overlay file system")
-
-    def test_good(self):
-        machine = run("uname", "-m").strip()
-        for name, document in {"plain": HEAD + GOOD, "10 MB": HEAD + f"<!--{' ' * 10**7}-->" + GOOD,
-                               "UTF-16": GOOD.encode("utf-16")}.items():
-            with self.subTest(name):
-                values = self.values(document)
-                self.assertEqual([values[k] for k in ("OSVersion", "OSCsdVersion", "OSBuildNum",
-                                                      "OSPlatform")],
-                                 ["10.4.11", "11", "8S165", "Workstation"])
-                if "_64" in machine or "86" in machine:
-                    self.assertEqual(values["OSBitMode"], "1" if "_64" in machine else "0")
-        self.assertEqual(self.values(HEAD + GOOD, server=True)["OSPlatform"], "Server")
-
-    def test_bad(self):
-        for name, document in {
-                "empty": "", "truncated": GOOD[:-30], "no XML": "10.4.11", "binary": b"bplist00\xd1",
-                "zeros": bytes(100), "nested": HEAD + "<array>" * 10**6,
-                "nested dictionaries": "<plist>" + "<dict><key>a</key>" * 10**5,
-                "no version": GOOD.replace("ProductVersion", "Other"),
-                "an integer": GOOD.replace("<string>10.4.11</string>", "<integer>10</integer>"),
-                "no dictionary": "<plist><array><string>10.4.11</string></array></plist>",
-                "entities": LAUGHS + GOOD.replace("10.4.11", "&a9;"),
-                "outside entity": "<!DOCTYPE plist [<!ENTITY e SYSTEM '/etc/hosts'>]>" +
-                                  GOOD.replace("10.4.11", "&e;")}.items():
-            with self.subTest(name):
-                values = self.values(document)
-                self.assertEqual([values[k] for k in ("OSVersion", "OSPlatform", "OSBitMode")],
-                                 ["N/A"] * 3)
-                self.assertEqual(values["PlatformID"], "MAC")
-        # In KiB, of the largest child so far: the entities alone would make 2 GB.
-        self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss, 200 * 1024)
+        values = json.loads(inside.stdout)
+        self.assertEqual([values[k] for k in ("OSVersion", "OSCsdVersion", "OSBuildNum",
+                                              "OSPlatform")],
+                         ["10.4.11", "11", "8S165", "Workstation"])
 
 
 def main():
-    enter_namespaces()
-    subprocess.run(["mount", "--make-rprivate", "/"], check=True)
-    scratch = tempfile.mkdtemp(prefix="report_")
+    if "--inside" not in sys.argv:
+        enter_namespaces()
+    scratch = os.path.realpath(tempfile.mkdtemp(prefix="report_"))
     run("mount", "-t", "tmpfs", "-o", "size=64m", "tmpfs", scratch)
     try:
         Machine.scratch = scratch
@@ -302,7 +192,7 @@ def main():
         with open(hosts, "w") as file:
             file.write(f"127.0.0.1 localhost\n127.0.1.1 {HOST} alpha\n")
         with open(os.path.join(scratch, "filler"), "wb") as file:
-            file.write(bytes(16 * 1048576 - 4096 * 1))
+            file.write(bytes(16 * 1048576))
         run("mount", "--bind", hosts, "/etc/hosts")
         socket.sethostname(HOST)
         make_interfaces()

@@ -1,6 +1,5 @@
 #include "text.h"
 
-#include <algorithm>
 #include <cwchar>
 
 #include "vlrcomn/system_properties.h"
@@ -25,18 +24,9 @@ size_t character_columns(wchar_t character) {
                : 1;
 }
 
-// Whether the code stands for a character. The library passes also codes that only the first definition of
-// UTF-8 had; a file system may be named with one.
-bool is_character(wchar_t code) {
-    return code >= 0 && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
-}
-
 }  // namespace
 
-std::string utf8(std::wstring text) {
-    constexpr wchar_t replacement = 0xFFFD;
-    std::replace_if(
-        text.begin(), text.end(), [](wchar_t code) { return !is_character(code); }, replacement);
+std::string utf8(const std::wstring& text) {
     return velora_com::qel::sysprops::sysprops_wide_to_ansi(text);
 }
 

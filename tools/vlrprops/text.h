@@ -7,8 +7,8 @@
 
 namespace vlrprops {
 
-// The text in valid UTF-8. What is no Unicode character becomes U+FFFD.
-std::string utf8(std::wstring text);
+// The text in UTF-8. What the library hands out always has such a form.
+std::string utf8(const std::wstring& text);
 
 // The text on one line: control characters, which could break the line or steer a terminal, are written
 // as in JSON, for example \u000a.
