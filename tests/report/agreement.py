@@ -166,6 +166,7 @@ class Machine(unittest.TestCase):
             cat >/mnt/upper/System/Library/CoreServices/SystemVersion.plist
             cp "$@" /mnt/upper/tested
             mount --rbind /proc /mnt/root/proc
+            mount --rbind /dev /mnt/root/dev
             LD_LIBRARY_PATH=/tested exec chroot /mnt/root "/tested/${1##*/}" --json"""
         library = next(line.split()[2] for line in run("ldd", VLRPROPS).splitlines()
                        if "libvlrcomn" in line)
