@@ -23,7 +23,7 @@ protected:
         script().hardware_model = "PowerBook5,6";
         script().mounted_file_systems = {{"/", 4096, 25600, 14669, true},
                                          {"/a\"b c", 4096, 256, 0, true}};
-        script().system_version_file = "/proc/self/exe";  // any file: what it says is scripted
+        script().system_version_file = "/etc/passwd";  // any file: what it says is scripted
         script().property_list = {
             {{"ProductVersion", "10.4.11"}, {"ProductBuildVersion", "8S165"}}};
         script().nis_domain = "nis.example";

@@ -196,7 +196,7 @@ TEST_F(Collectors, WordSize) {
         {"Power Macintosh", "    1", L"0"},  // four bytes are read
         {"Power Macintosh", {}, L"-1"},
     };
-    script().system_version_file = "/proc/self/exe";  // any file: what it says is scripted
+    script().system_version_file = "/etc/passwd";  // any file: what it says is scripted
     script().property_list = {{{"ProductVersion", "10.4.11"}}};
     for (const auto& c : cases) {
         scripted_host.machine = c.machine;

@@ -35,7 +35,7 @@ TEST(NoMemory, EveryCallFailsCleanly) {
     script().hardware_model = std::string(200, 'm');
     script().memory_facts = {1000000, {{57, 10000}}};
     script().mounted_file_systems = {{"/a mount point of some length", 4096, 25600, 1, true}};
-    script().system_version_file = "/proc/self/exe";  // any file: what it says is scripted
+    script().system_version_file = "/etc/passwd";  // any file: what it says is scripted
     script().property_list = {{{"ProductVersion", std::string(100, '1')}}};
     script().nis_domain = std::string(100, 'd');
 
