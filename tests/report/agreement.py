@@ -89,10 +89,9 @@ def addresses_of_ip():
     return found
 
 
-def probe(*last_known):
-    lines = [line.split() for line in run(PROBE, *last_known).splitlines()]
-    return ([(int(fields[1]), *fields[2:]) for fields in lines if fields[0] == "address"],
-            [fields[1:] for fields in lines if fields[0] == "chosen"])
+def addresses_of_library():
+    rows = [line.split() for line in run(PROBE, "addresses").splitlines()]
+    return [(int(index), *fields) for index, *fields in rows]
 
 
 def report(*arguments):
@@ -102,26 +101,17 @@ def report(*arguments):
 class Network(unittest.TestCase):
     def test_addresses(self):
         expected = addresses_of_ip()
-        by_text = {a[3]: a for a in expected}
-        found = sorted(probe("")[0], key=lambda a: a[0])
         self.assertEqual(len([a for a in expected if a[1] == "v0"]), 4)
-        self.assertEqual(sorted(found), sorted(expected))
-        first = {family: next(a for a in found if (":" in a[3]) == (family == 6))
-                 for family in (4, 6)}
-        cases = {"198.51.100.77": by_text["198.51.100.77"],
-                 "2001:db8:0:0:0:0:0:5": by_text["2001:db8:0:0:0:0:0:5"],
-                 "2001:db8::5": first[6], "": first[4], "203.0.113.9": first[4],
-                 "10.8.0.1": first[4], "127.0.0.1": first[4], "::1": first[6]}
-        for last_known, got in zip(cases, probe(*cases)[1]):
-            self.assertEqual(got, ["1", *cases[last_known][2:]], last_known)
+        self.assertEqual(sorted(addresses_of_library()), sorted(expected))
         values = report()
+        first = next(a for a in expected if a[3] == "198.51.100.5")
         self.assertEqual([values[k] for k in ("NETAddress", "IPAddress", "SubnetMask",
-                                              "SubnetAddress")], list(first[4][2:]))
+                                              "SubnetAddress")], list(first[2:]))
 
     def test_loopback_only(self):
         """In one more namespace: no address, and the names all the same."""
         inside = ["unshare", "--net", "sh", "-c", 'ip link set lo up; exec "$@"', "sh"]
-        self.assertEqual(run(*inside, PROBE, "").split(), ["chosen", "0"] + ["N/A"] * 4)
+        self.assertEqual(run(*inside, PROBE, "addresses"), "")
         values = json.loads(run(*inside, VLRPROPS, "--json"))
         self.assertEqual((values["IPAddress"], values["ComputerName"]), ("N/A", "alpha"))
 

@@ -1,7 +1,6 @@
 // Without arguments: collects everything twice and prints nothing, so that what appears on its standard
 // output is the library's own. Ends with 1 when the library has started a thread, with 2 when it has left a
-// descriptor open. With arguments: prints every address of the interface list, then the address that the
-// report names after each of them as last known address.
+// descriptor open. With an argument: prints every address of the interface list.
 #include <cstdio>
 #include <filesystem>
 
@@ -31,7 +30,7 @@ int collect_quietly() {
 
 }  // namespace
 
-int main(int count, char** arguments) {
+int main(int count, char**) {
     if (count == 1) {
         return collect_quietly();
     }
@@ -40,18 +39,10 @@ int main(int count, char** arguments) {
     for (const unsigned int index : interfaces.getIndexes()) {
         const NetInterface& interface = interfaces.getNetInterface(index);
         for (const IPAddress& address : interface.getIPAddress()) {
-            std::printf("address %u %s %s %s %s %s\n", interface.getIndex(),
+            std::printf("%u %s %s %s %s %s\n", interface.getIndex(),
                         interface.getIndexName().c_str(), interface.getMACAddress().c_str(),
                         address.getIPAddress().c_str(), address.getSubNetMask().c_str(),
                         address.getSubNetAddr().c_str());
         }
-    }
-    for (int i = 1; i < count; ++i) {
-        orumcomn_set_local_ip_addr(sysprops::sysprops_ansi_to_wide(arguments[i]));
-        sysprops::NetworkInformation info;
-        const int result = sysprops::ISysProps().GetNetworkInformation(info);
-        std::printf("chosen %d %ls %ls %ls %ls\n", result, info.wstrNETAddress.c_str(),
-                    info.wstrIPAddress.c_str(), info.wstrSubnetMask.c_str(),
-                    info.wstrSubnetAddress.c_str());
     }
 }

@@ -35,38 +35,35 @@ TEST(ClosestFloor, TakesTheHighestPointStrictlyBelow) {
     };
     for (const auto& [value, upper, lower, steps, expected] : cases) {
         EXPECT_EQ(get_closest_floor<uint64_t>(value, upper, lower, steps), expected);
-        EXPECT_EQ(get_closest_floor<double>(static_cast<double>(value), static_cast<double>(upper),
-                                            static_cast<double>(lower), steps),
-                  static_cast<double>(expected));
     }
     EXPECT_EQ(get_closest_floor<uint64_t>(57, 99, 0, 20), 56U) << "the step is truncated to 4";
     EXPECT_DOUBLE_EQ(get_closest_floor<double>(57, 99, 0, 20), 54.45);
+    EXPECT_DOUBLE_EQ(get_closest_floor<double>(55, 100, 0, 20), 50);
+    EXPECT_DOUBLE_EQ(get_closest_floor<double>(3.5, 100, 0, 20), 3.5);
     EXPECT_EQ(get_closest_floor<uint64_t>(UINT64_MAX, UINT64_MAX, 0, 20), UINT64_MAX / 20 * 20);
 }
 
+// Every code below 300 that has a name, and the name; then the names of i486, i586, i5ii, i5iv, i5pr, ixxx.
+std::string names(bool (*convert)(long, char*)) {
+    char name[16];
+    std::string all;
+    EXPECT_FALSE(convert(2, nullptr));
+    for (long code = -1; code < 300; ++code) {
+        all += convert(code, name) ? std::to_string(code) + ":" + name + " " : "";
+    }
+    for (const long code :
+         {0x69343836, 0x69353836, 0x69356969, 0x69356976, 0x69357072, 0x69787878}) {
+        all += convert(code, name) ? name : "-";
+    }
+    return all;
+}
+
 TEST(GestaltNames, NameTheKnownCodesAndNoOthers) {
-    const auto names = [](bool (*convert)(long, char*)) {
-        // i486, i586, i5ii, i5iv, i5pr, ixxx
-        std::vector<long> codes = {0x69343836, 0x69353836, 0x69356969,
-                                   0x69356976, 0x69357072, 0x69787878};
-        for (long code = -1; code < 300; ++code) {
-            codes.push_back(code);
-        }
-        std::string all;
-        for (const long code : codes) {
-            char name[16];
-            EXPECT_FALSE(convert(code, nullptr));
-            if (convert(code, name)) {
-                all += (code < 300 ? std::to_string(code) + ":" : "") + name + " ";
-            }
-        }
-        return all;
-    };
-    EXPECT_EQ(names(ConvertGestaltSysArchToString), "1:MC680x0 2:PowerPC 10:Intel ");
+    EXPECT_EQ(names(ConvertGestaltSysArchToString), "1:MC680x0 2:PowerPC 10:Intel ------");
     EXPECT_EQ(names(ConvertGestaltCPUTypeToString),
-              "486 Pentium PentiumII Pentium 4 PentiumPro X86 0:68000 1:68010 2:68020 3:68030 "
-              "4:68040 257:601 259:603 260:604 262:603e 263:603ev 264:750 265:604e 266:604ev "
-              "268:G4 272:G47450 ");
+              "0:68000 1:68010 2:68020 3:68030 4:68040 257:601 259:603 260:604 262:603e 263:603ev "
+              "264:750 265:604e 266:604ev 268:G4 272:G47450 "
+              "486PentiumPentiumIIPentium 4PentiumProX86");
 }
 
 TEST_F(Collectors, ProcessorFacts) {
@@ -184,28 +181,21 @@ TEST_F(Collectors, HostNames) {
 }
 
 TEST_F(Collectors, WordSize) {
-    const struct {
-        const char* machine;
-        std::optional<std::string> output;
-        const wchar_t* expected;
-    } cases[] = {
-        {"x86_64", "0", L"1"},
-        {"i386", "1", L"0"},
-        {"Power Macintosh", "", L"0"},
-        {"Power Macintosh", "   1\n", L"1"},
-        {"Power Macintosh", "    1", L"0"},  // four bytes are read
-        {"Power Macintosh", {}, L"-1"},
+    const std::string mac = "Power Macintosh";
+    const std::tuple<std::string, std::optional<std::string>, const wchar_t*> cases[] = {
+        {"x86_64", "0", L"1"}, {"i386", "1", L"0"}, {mac, "   1\n", L"1"},
+        {mac, "", L"0"},       {mac, {}, L"-1"},    {mac, "    1", L"0"},  // four bytes are read
     };
     script().system_version_file = "/etc/passwd";  // any file: what it says is scripted
     script().property_list = {{{"ProductVersion", "10.4.11"}}};
-    for (const auto& c : cases) {
-        scripted_host.machine = c.machine;
-        script().run_command = [&](const std::string& command) {
-            return command == "sysctl hw | grep 64bit | awk '{ print $2 }'" ? c.output : "wrong";
+    for (const auto& [machine, output, expected] : cases) {
+        scripted_host.machine = machine;
+        script().run_command = [answer = output](const std::string& command) {
+            return command == "sysctl hw | grep 64bit | awk '{ print $2 }'" ? answer : "wrong";
         };
         OSInformation info;
         EXPECT_TRUE(properties.GetOSInformation(info));
-        EXPECT_EQ(info.wstrOSBitMode, c.expected) << c.machine;
+        EXPECT_EQ(info.wstrOSBitMode, expected) << machine;
     }
 }
 
