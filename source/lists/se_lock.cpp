@@ -1,6 +1,6 @@
 // Taking and releasing a shared/exclusive lock.
 //
-// tests/model/se_lock.pml is a model of this file and of se_lock_wait.cpp with the same function names;
+// docs/model/se_lock.pml is a model of this file and of se_lock_wait.cpp with the same function names;
 // a change here is a change there.
 #include "vlrcomn/se_lock.h"
 

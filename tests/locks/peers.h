@@ -7,7 +7,6 @@
 #include <condition_variable>
 #include <functional>
 #include <mutex>
-#include <optional>
 #include <thread>
 #include <utility>
 
@@ -18,7 +17,6 @@
 namespace locks {
 
 using velora_com::qel::lists::SpinGuard;
-using velora_com::qel::lists::Waiter;
 
 // Attaches the calling thread for a scope.
 class Attached {
@@ -32,17 +30,14 @@ public:
 // Sets the registry up for one test and attaches the test's own thread.
 class Registry {
 public:
-    Registry() {
-        EXPECT_GE(orSO_ProcessAttach(), 0);
-        self_.emplace();
-    }
-    ~Registry() {
-        self_.reset();
-        EXPECT_EQ(orSO_ProcessDetach(), 1);
-    }
+    Registry() {}  // lets clang make const ones
 
 private:
-    std::optional<Attached> self_;
+    struct Process {
+        Process() { EXPECT_GE(orSO_ProcessAttach(), 0); }
+        ~Process() { EXPECT_EQ(orSO_ProcessDetach(), 1); }
+    } process_;
+    Attached self_;
 };
 
 // Owns a lock.
@@ -63,91 +58,62 @@ private:
 // An attached thread that does one job after another.
 class Peer {
 public:
-    Peer() : thread_([this] { work(); }) {}
     ~Peer() {
-        start(nullptr);
+        start([this] { ended_ = true; });
         thread_.join();
-    }
-
-    uintptr_t identity() {
-        uintptr_t result = 0;
-        run([&] { result = orSO_GetThread(); });
-        return result;
     }
     void start(std::function<void()> job) {
         finish();
         const std::lock_guard guard(mutex_);
         job_ = std::move(job);
-        busy_ = true;
         changed_.notify_all();
     }
     void finish() {
         std::unique_lock guard(mutex_);
-        changed_.wait(guard, [this] { return !busy_; });
-    }
-    bool is_busy() {
-        const std::lock_guard guard(mutex_);
-        return busy_;
+        changed_.wait(guard, [this] { return !job_; });
     }
     void run(std::function<void()> job) {
         start(std::move(job));
         finish();
     }
+    bool is_busy() {
+        const std::lock_guard guard(mutex_);
+        return job_ != nullptr;
+    }
 
 private:
     void work() {
         const Attached attached;
-        std::unique_lock guard(mutex_);
-        for (;;) {
-            changed_.wait(guard, [this] { return busy_; });
-            const std::function<void()> job = std::exchange(job_, nullptr);
+        while (!ended_) {
+            std::unique_lock guard(mutex_);
+            changed_.wait(guard, [this] { return job_ != nullptr; });
             guard.unlock();
-            if (job) {
-                job();
-            }
+            job_();
             guard.lock();
-            busy_ = false;
+            job_ = nullptr;
             changed_.notify_all();
-            if (!job) {
-                return;
-            }
         }
     }
 
     std::mutex mutex_;
     std::condition_variable changed_;
     std::function<void()> job_;
-    bool busy_ = false;
-    std::thread thread_;
+    bool ended_ = false;
+    std::thread thread_{[this] { work(); }};
 };
 
-// Waits until `condition`, looked at under the lock's spin word, holds.
-template <typename Condition>
-void until(orSELock* lock, Condition condition) {
-    for (;;) {
-        {
-            const SpinGuard guard(lock->spin);
-            if (condition()) {
-                return;
-            }
-        }
-        sched_yield();
-    }
-}
-
 inline int length(const orLLItem* queue) {
-    int count = 0;
-    for (; queue != nullptr; queue = queue->next) {
-        ++count;
-    }
-    return count;
+    return queue == nullptr ? 0 : 1 + length(queue->next);
 }
 
 // Waits until that many threads wait for exclusive and for shared access.
 inline void until_queued(orSELock* lock, int writers, int readers) {
-    until(lock, [=] {
-        return length(lock->writers) == writers && length(lock->shared_waiters) == readers;
-    });
+    for (;; sched_yield()) {
+        const SpinGuard guard(lock->spin);
+        if (length(lock->writers) == writers && length(lock->shared_waiters) == readers) {
+            return;
+        }
+    }
 }
 
 }  // namespace locks

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <deque>
 #include <random>
 #include <thread>
 #include <vector>
@@ -12,112 +13,79 @@
 
 namespace {
 
-using namespace locks;
-
-class Arena {
-public:
-    explicit Arena(orSELock* lock) : lock_(lock) {}
-
-    // Does `rounds` random things; `seed` makes the choice.
-    void play(unsigned seed, int rounds) {
-        std::mt19937 random(seed);
-        for (int round = 0; round < rounds; ++round) {
-            const auto choice = random();
-            const int wait = choice % 8 != 0;
-            switch (choice / 8 % 4) {
-                case 0:
-                    if (orSO_SELockExclusive(lock_, wait) == 1) {
-                        write(choice / 32);
-                    }
-                    break;
-                case 1:
-                    if (orSO_SELockExclusiveNotify(lock_, count_news, address(), seed) == 1) {
-                        write(choice / 32);
-                    } else if (choice / 32 % 2 == 0) {
-                        orSO_SELockExclusiveUnnotify(lock_, count_news, address(), seed);
-                    }
-                    break;
-                case 2:
-                    if (orSO_SELockSharedStarveExclusive(lock_, wait) == 1) {
-                        read();
-                    }
-                    break;
-                default:
-                    if (orSO_SELockSharedWaitForExclusive(lock_, wait) == 1) {
-                        read();
-                    }
+struct Arena {
+    // Takes the lock in a mode of chance and checks who else is inside.
+    void play(std::mt19937::result_type choice) {
+        const int wait = choice % 8 != 0;
+        const auto mode = choice / 8 % 4, then = choice / 32 % 4;
+        if (mode == 1 && orSO_SELockExclusiveNotify(lock, count_news, address(), 0) != 1) {
+            if (then < 2) {
+                orSO_SELockExclusiveUnnotify(lock, count_news, address(), 0);
             }
+        } else if (mode == 1 || (mode == 0 && orSO_SELockExclusive(lock, wait) == 1)) {
+            write(then);
+        } else if ((mode == 2 && orSO_SELockSharedStarveExclusive(lock, wait) == 1) ||
+                   (mode == 3 && orSO_SELockSharedWaitForExclusive(lock, wait) == 1)) {
+            read();
         }
     }
 
-    uint64_t written() const { return value_; }
-    int64_t writes() const { return writes_; }
-    int news() const { return news_; }
+    const locks::Lock lock;
+    uint32_t value = 0;  // guarded by the lock and nothing else
+    std::atomic<uint32_t> writes{0};
+    std::atomic<int> writers{0}, readers{0}, news{0};
 
 private:
     static int count_news(uintptr_t arena, uint32_t event, uintptr_t, uint32_t) {
         auto& self = *reinterpret_cast<Arena*>(arena);
         if (event == ORSO_NOTIFY_FREE) {
-            EXPECT_EQ(self.readers_ + self.writers_, 0);
-            ++self.news_;
+            EXPECT_EQ(self.writers + self.readers, 0);
         }
-        return self.news_ % 3;
+        return ++self.news % 3;
     }
     uintptr_t address() { return reinterpret_cast<uintptr_t>(this); }
 
-    void write(unsigned long choice) {
-        EXPECT_EQ(writers_++, 0);
-        EXPECT_EQ(readers_, 0);
-        ++value_;
-        sched_yield();
-        ++writes_;
-        if (choice % 4 == 0) {
-            EXPECT_EQ(orSO_SELock(lock_, choice / 4 % 2 == 0, 1), 1);
-            ++value_;
-            ++writes_;
-            orSO_SELockRelease(lock_);
+    void write(unsigned long then) {
+        EXPECT_EQ(writers++, 0);
+        EXPECT_EQ(readers, 0);
+        ++value;
+        sched_yield();  // lets others run into the held lock
+        ++writes;
+        if (then == 0) {
+            EXPECT_EQ(orSO_SELock(lock, value % 2 == 0, 1), 1) << "recursive";
+            orSO_SELockRelease(lock);
         }
-        EXPECT_EQ(writers_--, 1);
-        if (choice % 4 == 1) {
-            ++readers_;
-            orSO_SELockExclusiveToShared(lock_);
-            read_only();
-            --readers_;
+        EXPECT_EQ(writers--, 1);
+        if (then == 1) {
+            ++readers;
+            orSO_SELockExclusiveToShared(lock);
+            read_and_leave();
+        } else {
+            orSO_SELockRelease(lock);
         }
-        orSO_SELockRelease(lock_);
     }
     void read() {
-        ++readers_;
-        EXPECT_EQ(writers_, 0);
-        read_only();
-        --readers_;
-        orSO_SELockRelease(lock_);
+        ++readers;
+        EXPECT_EQ(writers, 0);
+        read_and_leave();
     }
-    // Lets others run into the held lock.
-    void read_only() {
+    void read_and_leave() {
         sched_yield();
-        EXPECT_EQ(value_, static_cast<uint64_t>(writes_));
+        EXPECT_EQ(value, writes);
+        --readers;
+        orSO_SELockRelease(lock);
     }
-
-    orSELock* lock_;
-    uint64_t value_ = 0;  // guarded by the lock and nothing else
-    std::atomic<int64_t> writes_{0};
-    std::atomic<int> writers_{0}, readers_{0}, news_{0};
 };
 
-class SELockStress : public testing::TestWithParam<unsigned> {};
+class SELockStress : public testing::TestWithParam<int> {};
 
 TEST_P(SELockStress, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {
-    const unsigned thread_count = GetParam();
-    constexpr int kRoundsInAll = 8000;
-    const Registry registry;
-    const Lock lock;
-    Arena arena(lock);
-    std::vector<std::unique_ptr<Peer>> peers;
+    const locks::Registry registry;
+    Arena arena;
+    std::deque<locks::Peer> peers(static_cast<size_t>(GetParam()));
     std::vector<oruHandle> events;
-    for (unsigned number = 0; number < thread_count; ++number) {
-        peers.push_back(std::make_unique<Peer>());
-        events.push_back(reinterpret_cast<oruHandle>(peers.back()->identity()));
+    for (locks::Peer& peer : peers) {
+        peer.run([&] { events.push_back(reinterpret_cast<oruHandle>(orSO_GetThread())); });
     }
     std::atomic<bool> over{false};
     std::thread trouble([&] {
@@ -126,21 +94,23 @@ TEST_P(SELockStress, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {
             sched_yield();
         }
     });
-    for (unsigned number = 0; number < thread_count; ++number) {
-        peers[number]->start([&, number] {
-            arena.play(1000 + number, kRoundsInAll / static_cast<int>(thread_count));
+    unsigned seed = 1000;
+    for (locks::Peer& peer : peers) {
+        peer.start([&arena, random = std::mt19937(seed++)]() mutable {
+            for (int round = 0; round < 8000 / GetParam(); ++round) {
+                arena.play(random());
+            }
         });
     }
-    for (const auto& peer : peers) {
-        peer->finish();
+    for (locks::Peer& peer : peers) {
+        peer.finish();
     }
     over = true;
     trouble.join();
-    EXPECT_EQ(arena.written(), static_cast<uint64_t>(arena.writes()));
-    EXPECT_EQ(lock->count, 0);
-    EXPECT_EQ(lock->owner, ORSO_NO_THREAD);
-    EXPECT_EQ(length(lock->writers) + length(lock->shared_waiters), 0);
-    RecordProperty("notifications", arena.news());
+    EXPECT_EQ(arena.value, arena.writes);
+    EXPECT_EQ(arena.lock->count, 0);
+    EXPECT_EQ(arena.lock->owner, ORSO_NO_THREAD);
+    EXPECT_EQ(locks::length(arena.lock->writers) + locks::length(arena.lock->shared_waiters), 0);
 }
 INSTANTIATE_TEST_SUITE_P(Threads, SELockStress, testing::Values(2, 3, 4, 8, 16));
 
