@@ -29,40 +29,26 @@ bool is_blocking(int socket) {
 class Connect : public testing::TestWithParam<const char*> {};
 INSTANTIATE_TEST_SUITE_P(Families, Connect, testing::Values("127.0.0.1", "::1"));
 
-TEST_P(Connect, ReachesAListener) {
+TEST_P(Connect, ReachesAListenerAndDoesNotJudgeARefusalDuringItsWait) {
     Endpoint server(GetParam());
     if (!server.listens()) {
         GTEST_SKIP() << "no such loopback address";
     }
+    const auto connect = [&server](const FileDescriptor& client, unsigned int seconds) {
+        return util.ConnectWithTimeout(client.get(), server.address(), server.size(), seconds);
+    };
     for (const unsigned int seconds : {0u, 5u}) {
         const FileDescriptor client = server.client();
-        ASSERT_EQ(util.ConnectWithTimeout(client.get(), server.address(), server.size(), seconds),
-                  0);
+        ASSERT_EQ(connect(client, seconds), 0);
         EXPECT_EQ(is_blocking(client.get()), seconds == 0);
         EXPECT_EQ(send(client.get(), "x", 1, MSG_NOSIGNAL), 1);
     }
-    std::string local;
-    EXPECT_EQ(util.vlrGetLocalIPAddress(GetParam(), server.port(), local, false, NI_NUMERICHOST, 5),
-              0);
-    EXPECT_EQ(local, local[0] == '1' ? "127.0.0.1" : "0:0:0:0:0:0:0:1");
-}
-
-TEST_P(Connect, DoesNotJudgeARefusalDuringItsWait) {
-    Endpoint server(GetParam());
-    if (!server.listens()) {
-        GTEST_SKIP() << "no such loopback address";
-    }
     server.stop();
     const FileDescriptor patient = server.client();
-    EXPECT_EQ(util.ConnectWithTimeout(patient.get(), server.address(), server.size(), 5), 0);
+    EXPECT_EQ(connect(patient, 5), 0);
     EXPECT_EQ(send(patient.get(), "x", 1, MSG_NOSIGNAL), -1);
-    const FileDescriptor plain = server.client();
-    EXPECT_EQ(util.ConnectWithTimeout(plain.get(), server.address(), server.size(), 0), -1);
+    EXPECT_EQ(connect(server.client(), 0), -1);
     EXPECT_EQ(errno, ECONNREFUSED);
-    std::string local = "kept";
-    EXPECT_EQ(util.vlrGetLocalIPAddress(GetParam(), server.port(), local, false, NI_NUMERICHOST, 0),
-              -1);
-    EXPECT_EQ(local, "kept");
 }
 
 TEST(Connect, RefusesWhatIsNoSocket) {
@@ -81,13 +67,9 @@ TEST(FormatV6addr, StripsBracketsAndScope) {
         const char* kept;
         const char* bare;
     } table[] = {{"[fe80::1%en0]", "[fe80::1]", "fe80::1"},
-                 {"fe80::1%en0", "fe80::1", "fe80::1"},
                  {"2001:db8::1%3", "2001:db8::1", "2001:db8::1"},
-                 {"[x]y", "[x]", "x"},
                  {"%[x]", "[x]", "x"},
-                 {"]x[", "]x[", "]x["},
-                 {"[]", "[]", ""},
-                 {"a.b", "a.b", "a.b"}};
+                 {"]x[", "]x[", "]x["}};
     for (const auto& row : table) {
         EXPECT_EQ(util.formatV6addr(row.text, true), row.kept) << row.text;
         EXPECT_EQ(util.formatV6addr(row.text, false), row.bare) << row.text;
@@ -99,14 +81,10 @@ TEST(FormatV6addr, StripsBracketsAndScope) {
 TEST(NetToString, WritesHostOrService) {
     Endpoint server("127.0.0.1");
     EXPECT_EQ(util.vlrNetToString(server.address(), NI_NUMERICHOST), "127.0.0.1");
-    EXPECT_EQ(util.vlrNetToString(server.address(), NI_NUMERICSERV), server.port());
     EXPECT_EQ(util.vlrNetToString(server.address(), NI_NUMERICSERV | NI_NUMERICHOST),
               server.port());
     EXPECT_EQ(util.vlrNetToString(server.address(), NI_DGRAM), "");
     EXPECT_EQ(util.vlrNetToString(nullptr, NI_NUMERICHOST), "");
-    sockaddr_storage odd{};
-    odd.ss_family = 77;
-    EXPECT_EQ(util.vlrNetToString(reinterpret_cast<sockaddr*>(&odd), NI_NUMERICHOST), "");
 }
 
 TEST(CreateAddrinfo, ResolvesWithoutBracketsAndScope) {
@@ -115,14 +93,10 @@ TEST(CreateAddrinfo, ResolvesWithoutBracketsAndScope) {
     EXPECT_EQ(util.vlrCreateAddrinfo("127.0.0.1", "80", nullptr, false), -1);
     EXPECT_EQ(list, nullptr);
     ASSERT_EQ(util.vlrCreateAddrinfo("[2001:db8::1%5]", "80", &list, false), 0);
-    support::AddressInfo owner(list);
-    EXPECT_EQ(list->ai_family, AF_INET6);
+    const support::AddressInfo owner(list);
     EXPECT_EQ(list->ai_socktype, SOCK_STREAM);
     EXPECT_EQ(util.vlrNetToString(list->ai_addr, NI_NUMERICSERV), "80");
     EXPECT_NE(util.vlrCreateAddrinfo("[2001:db8::1]", "", &list, true), 0) << "IPv4 only";
-    EXPECT_EQ(util.vlrCreateAddrinfo("10.1.2.3", "", &list, true), 0);
-    owner.reset(list);
-    EXPECT_EQ(util.vlrNetToString(list->ai_addr, NI_NUMERICSERV), "0");
 }
 
 TEST(ComparePeer, MatchesTextsAndResolvedAddresses) {
@@ -130,13 +104,11 @@ TEST(ComparePeer, MatchesTextsAndResolvedAddresses) {
         const char* host;
         const char* peer;
         int result;
-    } table[] = {{"10.1.1.1", "10.1.1.1", 1},
-                 {"10.1.1.1", "10.1.1.10", 1},  // the shortcut
+    } table[] = {{"10.1.1.1", "10.1.1.10", 1},  // the shortcut
                  {"", "10.1.1.1", 1},
                  {"10.1.1.10", "10.1.1.1", 0},
                  {"[fe80::1%2]", "fe80::1%eth0", 1},
-                 {"2001:db8:0:0::1", "2001:db8::1", 1},  // by resolving
-                 {"[2001:DB8::1]", "2001:db8::1%4", 1},
+                 {"[2001:DB8:0::1]", "2001:db8::1%4", 1},  // by resolving
                  {"2001:db8::1", "2001:db8::2", 0}};
     for (const auto& row : table) {
         EXPECT_EQ(util.vlrCompareAddressFromPeerAddress(row.host, "80", row.peer), row.result)
@@ -154,21 +126,19 @@ TEST(GetAddrinfo, HandsOutTextsUntilTheyAreFreed) {
     texts.push_back(nullptr);
     util.vlrFreeAddrinfo(texts);
     EXPECT_TRUE(texts.empty());
-    EXPECT_EQ(util.vlrGetAddrinfo("", "80", texts, NI_NUMERICHOST), -1);
 }
 
 TEST(LocalAddressFromList, TakesItemsInTurn) {
     Endpoint server("127.0.0.1");
     std::string local = "kept";
-    for (const char* hosts : {"", ";", ";;"}) {
+    for (const char* hosts : {"", ";;"}) {
         EXPECT_EQ(util.vlrGetLocalIPAddressFromList(hosts, server.port(), local, true, 0, 5), -1);
     }
     EXPECT_EQ(local, "kept");
-    for (const char* hosts : {"127.0.0.1", ";127.0.0.1", "[2001:db8::1];127.0.0.1;[::1]"}) {
-        local.clear();
-        EXPECT_EQ(util.vlrGetLocalIPAddressFromList(hosts, server.port(), local, true, 0, 5), 0);
-        EXPECT_EQ(local, "127.0.0.1") << hosts;
-    }
+    EXPECT_EQ(util.vlrGetLocalIPAddressFromList(";[2001:db8::1];127.0.0.1;[::1]", server.port(),
+                                                local, true, 0, 5),
+              0);
+    EXPECT_EQ(local, "127.0.0.1");
     const int failure = util.vlrGetLocalIPAddress("[::1]", "1", local, true, NI_NUMERICHOST, 5);
     EXPECT_NE(failure, 0);
     EXPECT_EQ(util.vlrGetLocalIPAddressFromList("[];[::1];", "1", local, true, 0, 5), failure)
@@ -192,7 +162,6 @@ TEST(Gate, ClosesTheGatedCallsOnly) {
     EXPECT_EQ(off.vlrGetAddrinfo("127.0.0.1", "80", texts, NI_NUMERICHOST), -1);
     off.vlrFreeAddrinfo(texts);
     EXPECT_EQ(texts.size(), 1u);
-    EXPECT_EQ(off.vlrCompareAddressFromPeerAddress("2001:db8:0::1", "", "2001:db8::1"), 0);
     EXPECT_EQ(off.vlrCompareAddressFromPeerAddress("[::1]", "", "::1%1"), 1);
     EXPECT_EQ(local, "kept");
     EXPECT_EQ(scope, 7u);
