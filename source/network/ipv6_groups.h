@@ -8,7 +8,7 @@
 
 namespace velora_com::qel::network {
 
-std::string expand_ipv6(std::string address);
+std::string expand_ipv6(std::string&& address);
 std::string ipv6_subnet(const std::string& address, const std::string& mask);
 
 // Whether the full form of an address is its eight groups and nothing else. Not so for the addresses that

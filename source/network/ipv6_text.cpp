@@ -68,7 +68,7 @@ void append_group(std::string& text, uint32_t value) {
 namespace network {
 
 // Byte by byte: the texts are so short that calls to the C library's search and copy take longer.
-std::string expand_ipv6(std::string address) {
+std::string expand_ipv6(std::string&& address) {
     const char* const begin = address.data();
     const char* const last = begin + address.size();
     const char* at = begin;
@@ -83,7 +83,7 @@ std::string expand_ipv6(std::string address) {
     }
     if (at == last || *at == '%') {
         address.erase(static_cast<size_t>(at - begin));
-        return address;
+        return std::move(address);
     }
     const char* const gap = at;
     const char* const tail = gap + 1;
