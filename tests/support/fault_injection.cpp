@@ -118,12 +118,6 @@ void operator delete(void* memory, std::size_t) noexcept {
 void operator delete[](void* memory, std::size_t) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-    std::free(memory);
-}
 // NOLINTEND(cppcoreguidelines-no-malloc)
 
 // Declares __real_NAME, the call itself, and begins the definition of __wrap_NAME, which stands in for it.
@@ -151,73 +145,53 @@ WRAP(realloc, void*, void* memory, size_t size) {
     void* const moved = __real_realloc(memory, size);
     return memory == nullptr ? counted(moved) : moved;
 }
-WRAP(posix_memalign, int, void** memory, size_t alignment, size_t size) {
-    return fails("posix_memalign")
-               ? ENOMEM
-               : counted(__real_posix_memalign(memory, alignment, size), allocations, 1);
-}
-WRAP(strdup, char*, const char* text) {
-    FAIL_WITH(strdup, nullptr, ENOMEM)
-    return static_cast<char*>(counted(__real_strdup(text)));
-}
 WRAP(free, void, void* memory) {
     allocations -= memory != nullptr ? 1 : 0;
     __real_free(memory);
 }
 
-WRAP(pthread_cond_init, int, pthread_cond_t* condition, const pthread_condattr_t* attributes) {
-    return fails("pthread_cond_init")
-               ? ENOMEM
-               : counted(__real_pthread_cond_init(condition, attributes), conditions, 1);
-}
+// A call that reports by 0 or an error number, and whose success changes a count.
+#define WRAP_COUNTED(name, error, counter, difference, parameters, arguments)                \
+    extern "C" int __real_##name parameters;                                                 \
+    extern "C" int __wrap_##name parameters {                                                \
+        return fails(#name) ? error : counted(__real_##name arguments, counter, difference); \
+    }
+WRAP_COUNTED(posix_memalign, ENOMEM, allocations, 1, (void** memory, size_t alignment, size_t size),
+             (memory, alignment, size))
+WRAP_COUNTED(pthread_cond_init, ENOMEM, conditions, 1,
+             (pthread_cond_t * condition, const pthread_condattr_t* attributes),
+             (condition, attributes))
+WRAP_COUNTED(pthread_cond_broadcast, EINVAL, conditions, 0, (pthread_cond_t * condition),
+             (condition))
+WRAP_COUNTED(pthread_mutex_init, ENOMEM, mutexes, 1,
+             (pthread_mutex_t * mutex, const pthread_mutexattr_t* attributes), (mutex, attributes))
+WRAP_COUNTED(pthread_mutex_lock, EINVAL, mutexes, 0, (pthread_mutex_t * mutex), (mutex))
+WRAP_COUNTED(pthread_mutex_trylock, EINVAL, mutexes, 0, (pthread_mutex_t * mutex), (mutex))
+WRAP_COUNTED(pthread_attr_init, ENOMEM, thread_attributes, 1, (pthread_attr_t * attributes),
+             (attributes))
+WRAP_COUNTED(pthread_attr_setdetachstate, EINVAL, thread_attributes, 0,
+             (pthread_attr_t * attributes, int state), (attributes, state))
+WRAP_COUNTED(pthread_create, EAGAIN, thread_attributes, 0,
+             (pthread_t * thread, const pthread_attr_t* attributes, void* (*routine)(void*),
+              void* parameter),
+             (thread, attributes, routine, parameter))
+WRAP_COUNTED(pthread_key_create, EAGAIN, thread_keys, 1,
+             (pthread_key_t * key, void (*destructor)(void*)), (key, destructor))
+WRAP_COUNTED(pthread_setspecific, ENOMEM, thread_keys, 0, (pthread_key_t key, const void* value),
+             (key, value))
+
+// Calls that give back do not fail.
 WRAP(pthread_cond_destroy, int, pthread_cond_t* condition) {
     return counted(__real_pthread_cond_destroy(condition), conditions, -1);
-}
-WRAP(pthread_cond_broadcast, int, pthread_cond_t* condition) {
-    return fails("pthread_cond_broadcast") ? EINVAL : __real_pthread_cond_broadcast(condition);
-}
-WRAP(pthread_mutex_init, int, pthread_mutex_t* mutex, const pthread_mutexattr_t* attributes) {
-    return fails("pthread_mutex_init")
-               ? ENOMEM
-               : counted(__real_pthread_mutex_init(mutex, attributes), mutexes, 1);
 }
 WRAP(pthread_mutex_destroy, int, pthread_mutex_t* mutex) {
     return counted(__real_pthread_mutex_destroy(mutex), mutexes, -1);
 }
-WRAP(pthread_mutex_lock, int, pthread_mutex_t* mutex) {
-    return fails("pthread_mutex_lock") ? EINVAL : __real_pthread_mutex_lock(mutex);
-}
-WRAP(pthread_mutex_trylock, int, pthread_mutex_t* mutex) {
-    return fails("pthread_mutex_trylock") ? EINVAL : __real_pthread_mutex_trylock(mutex);
-}
-WRAP(pthread_attr_init, int, pthread_attr_t* attributes) {
-    return fails("pthread_attr_init")
-               ? ENOMEM
-               : counted(__real_pthread_attr_init(attributes), thread_attributes, 1);
-}
 WRAP(pthread_attr_destroy, int, pthread_attr_t* attributes) {
     return counted(__real_pthread_attr_destroy(attributes), thread_attributes, -1);
 }
-WRAP(pthread_attr_setdetachstate, int, pthread_attr_t* attributes, int state) {
-    return fails("pthread_attr_setdetachstate")
-               ? EINVAL
-               : __real_pthread_attr_setdetachstate(attributes, state);
-}
-WRAP(pthread_create, int, pthread_t* thread, const pthread_attr_t* attributes,
-     void* (*routine)(void*), void* parameter) {
-    return fails("pthread_create") ? EAGAIN
-                                   : __real_pthread_create(thread, attributes, routine, parameter);
-}
-WRAP(pthread_key_create, int, pthread_key_t* key, void (*destructor)(void*)) {
-    return fails("pthread_key_create")
-               ? EAGAIN
-               : counted(__real_pthread_key_create(key, destructor), thread_keys, 1);
-}
 WRAP(pthread_key_delete, int, pthread_key_t key) {
     return counted(__real_pthread_key_delete(key), thread_keys, -1);
-}
-WRAP(pthread_setspecific, int, pthread_key_t key, const void* value) {
-    return fails("pthread_setspecific") ? ENOMEM : __real_pthread_setspecific(key, value);
 }
 
 WRAP(gettimeofday, int, timeval* now, void* zone) {
@@ -230,8 +204,8 @@ WRAP(gettimeofday, int, timeval* now, void* zone) {
 }
 
 // The mode is handed on also where there is none: the calls ignore it then.
-#define WRAP_OPEN(name, ...)                                                         \
-    extern "C" int __real_##name(const char*, int, ...);                             \
+#define WRAP_OPEN(name, LARGE)                                                       \
+    extern "C" LARGE int __real_##name(const char*, int, ...);                       \
     extern "C" int __wrap_##name(const char* path, int flags, ...) {                 \
         FAIL_WITH(name, -1, EMFILE)                                                  \
         va_list arguments;                                                           \
@@ -241,7 +215,7 @@ WRAP(gettimeofday, int, timeval* now, void* zone) {
         return __real_##name(path, flags, mode);                                     \
     }
 WRAP_OPEN(open, )
-WRAP_OPEN(open64, )
+WRAP_OPEN(open64, __attribute__((weak)))
 
 // A close that fails gives the descriptor up all the same, as Linux does.
 WRAP(close, int, int descriptor) {
@@ -256,30 +230,33 @@ WRAP(close, int, int descriptor) {
         FAIL_WITH(name, failure, error)                                \
         return __real_##name arguments;                                \
     }
+
+// Where file offsets were not always 64 bits wide the headers turn these calls into those with a 64 at the
+// end, which other systems do not have: hence weak.
+#define WRAP_LARGE(name, result, failure, error, parameters, arguments)   \
+    extern "C" __attribute__((weak)) result __real_##name##64 parameters; \
+    extern "C" result __wrap_##name##64 parameters {                      \
+        FAIL_WITH(name, failure, error)                                   \
+        return __real_##name##64 arguments;                               \
+    }                                                                     \
+    WRAP_CALL(name, result, failure, error, parameters, arguments)
+
 WRAP_CALL(read, ssize_t, -1, EIO, (int file, void* bytes, size_t count), (file, bytes, count))
 WRAP_CALL(write, ssize_t, -1, ENOSPC, (int file, const void* bytes, size_t count),
           (file, bytes, count))
-WRAP_CALL(ftruncate, int, -1, EIO, (int file, off_t length), (file, length))
-WRAP_CALL(ftruncate64, int, -1, EIO, (int file, off_t length), (file, length))
-WRAP_CALL(lseek, off_t, -1, EINVAL, (int file, off_t offset, int whence), (file, offset, whence))
-WRAP_CALL(lseek64, off_t, -1, EINVAL, (int file, off_t offset, int whence), (file, offset, whence))
-WRAP_CALL(fstat, int, -1, EIO, (int file, struct stat* status), (file, status))
-WRAP_CALL(fstat64, int, -1, EIO, (int file, struct stat* status), (file, status))
-WRAP_CALL(stat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
-WRAP_CALL(stat64, int, -1, EIO, (const char* path, struct stat* status), (path, status))
-WRAP_CALL(lstat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
-WRAP_CALL(lstat64, int, -1, EIO, (const char* path, struct stat* status), (path, status))
-WRAP_CALL(fstatat, int, -1, EIO, (int folder, const char* path, struct stat* status, int flags),
-          (folder, path, status, flags))
-WRAP_CALL(fstatat64, int, -1, EIO, (int folder, const char* path, struct stat* status, int flags),
-          (folder, path, status, flags))
+WRAP_LARGE(ftruncate, int, -1, EIO, (int file, off_t length), (file, length))
+WRAP_LARGE(lseek, off_t, -1, EINVAL, (int file, off_t offset, int whence), (file, offset, whence))
+WRAP_LARGE(fstat, int, -1, EIO, (int file, struct stat* status), (file, status))
+WRAP_LARGE(stat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
+WRAP_LARGE(lstat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
+WRAP_LARGE(fstatat, int, -1, EIO, (int folder, const char* path, struct stat* status, int flags),
+           (folder, path, status, flags))
 WRAP_CALL(mkdir, int, -1, ENOSPC, (const char* path, mode_t mode), (path, mode))
 WRAP_CALL(remove, int, -1, EACCES, (const char* path), (path))
 WRAP_CALL(unlink, int, -1, EACCES, (const char* path), (path))
 WRAP_CALL(opendir, DIR*, nullptr, EMFILE, (const char* path), (path))
 WRAP_CALL(fdopendir, DIR*, nullptr, ENOMEM, (int file), (file))
-WRAP_CALL(readdir, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
-WRAP_CALL(readdir64, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
+WRAP_LARGE(readdir, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
 WRAP_CALL(getifaddrs, int, -1, ENOMEM, (struct ifaddrs * *list), (list))
 WRAP_CALL(getnameinfo, int, EAI_MEMORY, ENOMEM,
           (const sockaddr* address, socklen_t size, char* host, socklen_t host_size, char* service,

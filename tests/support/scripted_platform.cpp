@@ -19,24 +19,23 @@ const Answer& answer(const char* question, const Answer& scripted) {
 
 }  // namespace
 
-std::optional<int32_t> processor_count() {
-    return answer("processor_count", script().processor_count);
-}
-ProcessorFacts processor_facts() {
-    return answer("processor_facts", script().processor_facts);
-}
-std::optional<std::string> hardware_model() {
-    return answer("hardware_model", script().hardware_model);
-}
-MemoryFacts memory_facts() {
-    return answer("memory_facts", script().memory_facts);
-}
-std::vector<MountedFileSystem> mounted_file_systems() {
-    return answer("mounted_file_systems", script().mounted_file_systems);
-}
 std::optional<AvailableSpace> available_space(const char*) {
     return answer("available_space", script().available_space);
 }
+
+#define ANSWER(question)                             \
+    decltype(Script::question) question() {          \
+        return answer(#question, script().question); \
+    }
+ANSWER(processor_facts)
+ANSWER(memory_facts)
+ANSWER(processor_count)
+ANSWER(hardware_model)
+ANSWER(mounted_file_systems)
+ANSWER(boot_time)
+ANSWER(nis_domain)
+ANSWER(domain_name)
+
 bool copy_contents(int, int) {
     return false;
 }
@@ -62,10 +61,6 @@ std::optional<std::vector<std::optional<std::string>>> property_list_strings(
     return strings;
 }
 
-std::optional<int64_t> boot_time() {
-    return answer("boot_time", script().boot_time);
-}
-
 std::optional<std::string> run_command(const char* command, size_t max_bytes) {
     script().asked.emplace_back(std::string("run_command: ") + command);
     std::optional<std::string> output;
@@ -76,13 +71,6 @@ std::optional<std::string> run_command(const char* command, size_t max_bytes) {
         output->resize(std::min(output->size(), max_bytes));
     }
     return output;
-}
-
-std::optional<std::string> nis_domain() {
-    return answer("nis_domain", script().nis_domain);
-}
-std::optional<std::string> domain_name() {
-    return answer("domain_name", script().domain_name);
 }
 
 std::optional<LinkLayerAddress> link_layer_address(const ifaddrs&) {

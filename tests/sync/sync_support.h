@@ -5,6 +5,7 @@
 #include <pthread.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <memory>
 
@@ -44,9 +45,12 @@ inline Handle start_thread(oruThreadRoutine routine, void* parameter) {
 inline uint32_t wait_for(const Handle& handle, uint32_t milliseconds = ORU_INFINITE) {
     return oruWaitForSingleObject(handle.get(), milliseconds);
 }
-inline pthread_t posix_id(const Handle& thread) {
-    return *static_cast<pthread_t*>(thread->pData);
-}
+
+// Shows that the frame it lives in was left through its destructors.
+struct DestructionMark {
+    ~DestructionMark() { destroyed = true; }
+    std::atomic<bool>& destroyed;
+};
 
 // What a call noted in the layer's error word.
 template <typename Call>

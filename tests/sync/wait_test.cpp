@@ -10,79 +10,50 @@ namespace {
 
 class Wait : public Bounded {};
 
-TEST_F(Wait, CreatesOnlyUnnamedManualResetEvents) {
+TEST_F(Wait, RefusesWhatDoesNotFit) {
+    const auto file = velora_com::qel::portability::make_handle_record(ORU_KIND_FILE);
+    const Handle event = make_event(1);
+    const Handle mutex = make_mutex();
+    constexpr auto refused = static_cast<uint32_t>(EINVAL);
     const struct {
-        int manual_reset;
-        const char* name;
-        bool made;
+        int (*call)(oruHandle);
+        uint32_t noted_for_null, noted_for_invalid;
+        oruHandle other;
     } cases[] = {
-        {1, nullptr, true}, {1, "", true}, {0, nullptr, false}, {2, "", false}, {1, "x", false}};
+        {oruSetEvent, refused, refused, mutex.get()},
+        {oruResetEvent, refused, 0, mutex.get()},
+        {oruReleaseMutex, 0, refused, event.get()},
+        {[](oruHandle h) { return static_cast<int>(oruWaitForSingleObject(h, 0)); }, refused,
+         refused, file.get()},
+    };
     for (const auto& c : cases) {
-        Handle event;
-        const uint32_t noted =
-            noted_by([&] { event.reset(oruCreateEvent(nullptr, c.manual_reset, 0, c.name)); });
-        EXPECT_EQ(event != nullptr, c.made);
-        EXPECT_EQ(noted, c.made ? 0u : static_cast<uint32_t>(EINVAL));
+        SCOPED_TRACE(&c - cases);
+        const auto noted = [&](oruHandle h) { return noted_by([&] { EXPECT_EQ(c.call(h), 0); }); };
+        EXPECT_EQ(noted(nullptr), c.noted_for_null);
+        EXPECT_EQ(noted(ORU_INVALID_HANDLE), c.noted_for_invalid);
+        EXPECT_EQ(noted(c.other), refused);
     }
+    for (const auto& [manual_reset, name] : {std::pair{0, ""}, {2, ""}, {1, "named"}}) {
+        EXPECT_EQ(oruCreateEvent(nullptr, manual_reset, 0, name), nullptr);
+    }
+    const oruHandle handles[] = {event.get(), nullptr};
+    const auto multiple = oruWaitForMultipleObjects;
+    EXPECT_EQ(multiple(1, handles, 1, ORU_INFINITE), ORU_WAIT_FAILED) << "wait for all";
+    EXPECT_EQ(multiple(1, handles, 0, 0), ORU_WAIT_TIMEOUT) << "looks at nothing";
+    EXPECT_EQ(multiple(0, handles, 0, 10), ORU_WAIT_FAILED);
+    EXPECT_EQ(multiple(1, nullptr, 0, 10), ORU_WAIT_FAILED);
+    EXPECT_EQ(multiple(1, handles + 1, 0, 10), ORU_WAIT_FAILED) << "a bad handle";
 }
 
 TEST_F(Wait, AnEventStaysAsItIsPut) {
     const Handle event = make_event(1);
-    for (int repeat = 0; repeat < 2; ++repeat) {
-        EXPECT_EQ(wait_for(event), ORU_WAIT_SIGNALLED);
-        EXPECT_EQ(wait_for(event, 0), ORU_WAIT_SIGNALLED);
-    }
+    EXPECT_EQ(wait_for(event), ORU_WAIT_SIGNALLED);
+    EXPECT_EQ(wait_for(event, 0), ORU_WAIT_SIGNALLED);
     EXPECT_EQ(oruResetEvent(event.get()), 1);
     EXPECT_EQ(wait_for(event, 0), ORU_WAIT_TIMEOUT);
     EXPECT_EQ(oruSetEvent(event.get()), 1);
     EXPECT_EQ(wait_for(event, 0), ORU_WAIT_SIGNALLED);
     EXPECT_EQ(wait_for(make_event(2), 0), ORU_WAIT_TIMEOUT) << "a flag of 2 is false";
-}
-
-TEST_F(Wait, LastsAsLongAsItsTimeOut) {
-    const Handle event = make_event();
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(wait_for(event, 1000), ORU_WAIT_TIMEOUT);
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(990));
-}
-
-TEST_F(Wait, RefusesHandlesThatDoNotFit) {
-    const auto file = velora_com::qel::portability::make_handle_record(ORU_KIND_FILE);
-    const auto odd = velora_com::qel::portability::make_handle_record(4);
-    const auto thread = velora_com::qel::portability::make_handle_record(ORU_KIND_THREAD);
-    const Handle event = make_event();
-    const Handle mutex = make_mutex();
-    constexpr auto refused = static_cast<uint32_t>(EINVAL);
-    const auto set = [](oruHandle h) { EXPECT_EQ(oruSetEvent(h), 0); };
-    const auto reset = [](oruHandle h) { EXPECT_EQ(oruResetEvent(h), 0); };
-    const auto release = [](oruHandle h) { EXPECT_EQ(oruReleaseMutex(h), 0); };
-    const auto wait = [](oruHandle h) { EXPECT_EQ(oruWaitForSingleObject(h, 0), 0u); };
-    const struct {
-        void (*call)(oruHandle);
-        oruHandle handle;
-        uint32_t noted;
-    } cases[] = {
-        {set, nullptr, refused},
-        {set, ORU_INVALID_HANDLE, refused},
-        {set, mutex.get(), refused},
-        {set, thread.get(), refused},
-        {reset, nullptr, refused},
-        {reset, ORU_INVALID_HANDLE, 0},
-        {reset, mutex.get(), refused},
-        {reset, thread.get(), refused},
-        {release, nullptr, 0},
-        {release, ORU_INVALID_HANDLE, refused},
-        {release, event.get(), refused},
-        {wait, nullptr, refused},
-        {wait, ORU_INVALID_HANDLE, refused},
-        {wait, file.get(), refused},
-        {wait, odd.get(), refused},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(&c - cases);
-        EXPECT_EQ(noted_by([&] { c.call(c.handle); }), c.noted);
-    }
-    EXPECT_EQ(oruOpenMutex(0, 1, "any"), nullptr);
 }
 
 TEST_F(Wait, OnlyTheOwnerReleasesAMutex) {
@@ -94,11 +65,6 @@ TEST_F(Wait, OnlyTheOwnerReleasesAMutex) {
     }).join();
     EXPECT_EQ(oruReleaseMutex(mutex.get()), 1);
     EXPECT_EQ(oruReleaseMutex(mutex.get()), 0) << "free";
-    std::thread([&] {
-        EXPECT_EQ(wait_for(mutex), ORU_WAIT_SIGNALLED);
-        EXPECT_EQ(oruReleaseMutex(mutex.get()), 1);
-    }).join();
-    EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_SIGNALLED);
     EXPECT_EQ(wait_for(make_mutex(2), 0), ORU_WAIT_SIGNALLED) << "a flag of 2 is false";
 }
 
@@ -128,27 +94,12 @@ TEST_F(Wait, LooksAtOneHandleAfterAnother) {
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(29));
 }
 
-TEST_F(Wait, RefusesAMultipleWait) {
-    const Handle event = make_event(1);
-    const oruHandle handles[] = {event.get(), nullptr};
-    const auto multiple = oruWaitForMultipleObjects;
-    EXPECT_EQ(multiple(1, handles, 1, ORU_INFINITE), ORU_WAIT_FAILED) << "wait for all";
-    EXPECT_EQ(multiple(1, handles, 1, 0), ORU_WAIT_FAILED) << "wait for all";
-    EXPECT_EQ(multiple(1, handles, 0, 0), ORU_WAIT_TIMEOUT) << "looks at nothing";
-    EXPECT_EQ(multiple(0, handles, 0, 0), ORU_WAIT_TIMEOUT);
-    EXPECT_EQ(multiple(0, handles, 0, 10), ORU_WAIT_FAILED);
-    EXPECT_EQ(multiple(1, nullptr, 0, 10), ORU_WAIT_FAILED);
-    EXPECT_EQ(multiple(1, handles + 1, 0, 10), ORU_WAIT_FAILED) << "a bad handle";
-}
-
 TEST(Interlocked, CountsAndExchanges) {
     int32_t word = INT32_MAX;
     EXPECT_EQ(oruInterlockedIncrement(&word), INT32_MIN);
     EXPECT_EQ(oruInterlockedDecrement(&word), INT32_MAX);
     EXPECT_EQ(oruInterlockedExchange(&word, -1), INT32_MAX);
-    EXPECT_EQ(oruInterlockedIncrement(&word), 0);
-    EXPECT_EQ(oruInterlockedExchange(&word, 7), 0);
-    EXPECT_EQ(word, 7);
+    EXPECT_EQ(word, -1);
     for (const auto& call :
          {+[] { oruInterlockedIncrement(nullptr); }, +[] { oruInterlockedDecrement(nullptr); },
           +[] { oruInterlockedExchange(nullptr, 1); }}) {
@@ -159,17 +110,12 @@ TEST(Interlocked, CountsAndExchanges) {
 struct Waiter {
     const Handle* handle;
     int mode;  // 0 without limit, 1 with a long time-out, 2 through the multiple wait
-    bool destroyed = false;
-};
-
-struct MarksDestruction {
-    ~MarksDestruction() { waiter->destroyed = true; }
-    Waiter* waiter;
+    std::atomic<bool> destroyed{false};
 };
 
 void* wait_until_cancelled(void* parameter) {
     auto* waiter = static_cast<Waiter*>(parameter);
-    const MarksDestruction mark{waiter};
+    const DestructionMark mark{waiter->destroyed};
     for (;;) {
         if (waiter->mode == 2) {
             const oruHandle handles[] = {waiter->handle->get()};
