@@ -21,7 +21,7 @@ in_addr ipv4_of(const sockaddr_storage& address) {
 std::string dotted_decimal(in_addr address) {
     unsigned char bytes[4];
     std::memcpy(bytes, &address, sizeof bytes);  // in network order on every host
-    char text[sizeof "255.255.255.255"];
+    char text[sizeof "255.255.255.255" + 8];  // compilers do not see that a byte has three digits
     char* end = text;
     for (const unsigned char byte : bytes) {
         end = std::to_chars(end, std::end(text), unsigned{byte}).ptr;
