@@ -21,10 +21,10 @@ in_addr ipv4_of(const sockaddr_storage& address) {
 std::string dotted_decimal(in_addr address) {
     unsigned char bytes[4];
     std::memcpy(bytes, &address, sizeof bytes);  // in network order on every host
-    char text[sizeof "255.255.255.255" + 8];  // compilers do not see that a byte has three digits
+    char text[sizeof "255.255.255.255"];
     char* end = text;
     for (const unsigned char byte : bytes) {
-        end = std::to_chars(end, std::end(text), unsigned{byte}).ptr;
+        end = std::to_chars(end, end + 3, unsigned{byte}).ptr;
         *end++ = '.';
     }
     return {text, end - 1};
