@@ -13,8 +13,10 @@
  *
  * Thread safety: every function may be called from any thread. Loading and freeing take turns; while
  * an entry point runs, or a library's constructors or destructors do, other threads' loads and frees
- * wait for it. Cancellation is held back while the list is in use: an entry point is not cancelled in
- * the middle.
+ * wait for it. So an entry point must not wait for a thread that loads or frees, and a library that the
+ * program opens with dlopen(3) itself must not load through this layer in a constructor: the loader's own
+ * lock and this list's would wait for each other. Cancellation is held back while the list is in use: an
+ * entry point is not cancelled in the middle.
  *
  * Usable from C11 and from C++17.
  */
@@ -45,7 +47,8 @@ extern "C" {
  * Type of the function that a library may export as "DllMain".
  *
  * It must not load or free libraries through this layer: such a call fails at once as one that finds
- * the list locked. It may look up symbols and call oruDisableThreadLibraryCalls().
+ * the list locked. It may look up symbols and call oruDisableThreadLibraryCalls(), which finds the
+ * library at #ORU_PROCESS_DETACH but not yet at #ORU_PROCESS_ATTACH. It must not end its thread.
  *
  * @param module the library's module handle.
  * @param reason #ORU_PROCESS_ATTACH or #ORU_PROCESS_DETACH.

@@ -133,9 +133,11 @@ VLRCOMN_API uint32_t orumcomn_get_file_sizeA(const char* path, uint32_t* size);
  * make meanwhile do no harm; what is made too late stays, and with it its folders. Any depth is
  * deleted with a bounded number of descriptors and bounded stack, as long as nobody moves folders of
  * the tree about. Folders keep their permissions: one that may not be read stays unless it is empty.
+ * File systems mounted in the tree are emptied like the rest. Cancellation of the calling thread is
+ * held back until the call is done.
  *
  * @param path the directory. Null, an empty path and one of more than 259 bytes do nothing. A link to
- * a directory is followed for its contents and stays itself, unless '/' stands behind it.
+ * a directory is followed for its contents and stays itself.
  */
 VLRCOMN_API void orumcomn_deltree(const char* path);
 
@@ -173,13 +175,14 @@ VLRCOMN_API uint32_t orumcomn_MakeRecursiveDirectoryA(const char* path);
 VLRCOMN_API uint32_t orumcomn_MakeRecursiveDirectoryW(const wchar_t* path);
 
 /**
- * Copies a file's contents. The directories of the destination are made first, as by
- * orumcomn_MakeRecursiveDirectoryA(). A destination that is there keeps its mode and owner and loses
+ * Copies a file's contents. Directories of the destination that are missing are made, as by
+ * orumcomn_MakeRecursiveDirectoryA(), also when the copy then fails. A new file has the mode 0666 less
+ * the umask; a destination that is there keeps its mode and owner and loses
  * its contents.
  *
  * The source is opened before the destination is touched. Source and destination that are one file,
  * by whatever names, are left whole and the call fails. When reading, writing or closing fails, a
- * partial destination stays.
+ * partial destination stays. Cancellation of the calling thread is held back until the call is done.
  *
  * @param source the file to read; null and directories fail.
  * @param destination the file to write; null and directories fail.
