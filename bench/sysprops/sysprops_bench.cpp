@@ -7,7 +7,6 @@
 #include <netdb.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
-#include <sys/sysinfo.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 #include <utmpx.h>
@@ -38,8 +37,8 @@ void processor_reads() {
 }
 
 void memory_reads() {
-    struct sysinfo info;
-    benchmark::DoNotOptimize(sysinfo(&info));
+    read_whole("/proc/meminfo");
+    benchmark::DoNotOptimize(sysconf(_SC_PAGESIZE));
 }
 
 void disk_reads() {

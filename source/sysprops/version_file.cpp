@@ -8,8 +8,7 @@
 #include <utility>
 
 #include "platform/platform.h"
-#include "support/config.h"
-#include "support/owners.h"
+#include "support/open_file.h"
 
 namespace velora_com::qel::sysprops {
 
@@ -26,12 +25,8 @@ std::string read_file(const char* path) {
         status.st_size > largest_version_file) {
         return {};
     }
-#if defined(VLRCOMN_HAVE_O_CLOEXEC)
-    const support::FileDescriptor file(open(path, O_RDONLY | O_NOCTTY | O_CLOEXEC));
-#else
-    const support::FileDescriptor file(open(path, O_RDONLY | O_NOCTTY));
-    fcntl(file.get(), F_SETFD, FD_CLOEXEC);
-#endif
+    const support::CancellationOff no_cancellation;
+    const support::FileDescriptor file = support::open_file(path, O_RDONLY | O_NOCTTY);
     if (!file) {
         return {};
     }
