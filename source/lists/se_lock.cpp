@@ -48,19 +48,13 @@ int take_shared(orSELock* lock, int wait, MayShare may_share) {
     if (lock == nullptr) {
         return 0;
     }
-    Waiter waiter;
-    {
-        const SpinGuard guard(lock->spin);
-        if (may_share(*lock)) {
-            ++lock->count;
-            return 1;
-        }
-        if (!enqueue(lock->shared_waiters, waiter, wait)) {
-            return 0;
-        }
+    SpinGuard guard(lock->spin);
+    if (may_share(*lock)) {
+        ++lock->count;
+        return 1;
     }
-    wait_for_grant(*lock, lock->shared_waiters, waiter);
-    return 1;
+    guard.pass_on();
+    return wait_in_queue(*lock, lock->shared_waiters, wait);
 }
 
 void grant_to_shared_waiters(orSELock& lock) {
@@ -92,19 +86,13 @@ int orSO_SELockExclusive(orSELock* lock, int wait) {
     if (lock == nullptr) {
         return 0;
     }
-    Waiter waiter;
-    {
-        const SpinGuard guard(lock->spin);
-        if (may_take_exclusive(*lock)) {
-            grant_exclusive(*lock, kExclusiveGranted);
-            return 1;
-        }
-        if (!enqueue(lock->writers, waiter, wait)) {
-            return 0;
-        }
+    SpinGuard guard(lock->spin);
+    if (may_take_exclusive(*lock)) {
+        grant_exclusive(*lock, kExclusiveGranted);
+        return 1;
     }
-    wait_for_grant(*lock, lock->writers, waiter);
-    return 1;
+    guard.pass_on();
+    return wait_in_queue(*lock, lock->writers, wait);
 }
 
 int orSO_SELockSharedStarveExclusive(orSELock* lock, int wait) {

@@ -54,8 +54,7 @@ void leave_cancelled(void* argument) {
     }
 }
 
-}  // namespace
-
+// Fills the record of the calling thread and queues it, under the spin word; false when it cannot wait.
 bool enqueue(orLLItem*& queue, Waiter& waiter, int wait) {
     waiter.thread = identity();
     if (wait != 1 || waiter.thread == ORSO_NO_THREAD) {
@@ -67,6 +66,7 @@ bool enqueue(orLLItem*& queue, Waiter& waiter, int wait) {
     return true;
 }
 
+// Called without the spin word.
 void wait_for_grant(orSELock& lock, orLLItem*& queue, Waiter& waiter) {
     Departure departure{lock, queue, waiter};
     bool granted = false;
@@ -79,6 +79,20 @@ void wait_for_grant(orSELock& lock, orLLItem*& queue, Waiter& waiter) {
         granted = take_grant(waiter);
     }
     pthread_cleanup_pop(0);
+}
+
+}  // namespace
+
+int wait_in_queue(orSELock& lock, orLLItem*& queue, int wait) {
+    Waiter waiter;
+    {
+        const SpinGuard guard(lock.spin, SpinGuard::Held());
+        if (!enqueue(queue, waiter, wait)) {
+            return 0;
+        }
+    }
+    wait_for_grant(lock, queue, waiter);
+    return 1;
 }
 
 void wake_first(orLLItem*& queue) {

@@ -32,13 +32,24 @@ inline void release_spin(volatile int32_t& spin) {
 // runs no destructors for a cancelled thread the word would stay held for ever.
 class SpinGuard {
 public:
-    explicit SpinGuard(volatile int32_t& spin) : spin_(spin) { take_spin(spin_); }
-    ~SpinGuard() { release_spin(spin_); }
+    struct Held {};
+
+    explicit SpinGuard(volatile int32_t& spin) : spin_(&spin) { take_spin(spin); }
+    // For a word that another guard has passed on.
+    SpinGuard(volatile int32_t& spin, Held) : spin_(&spin) {}
+    ~SpinGuard() {
+        if (spin_ != nullptr) {
+            release_spin(*spin_);
+        }
+    }
     SpinGuard(const SpinGuard&) = delete;
     SpinGuard& operator=(const SpinGuard&) = delete;
 
+    // Leaves the word held, for another guard to give back.
+    void pass_on() { spin_ = nullptr; }
+
 private:
-    volatile int32_t& spin_;
+    volatile int32_t* spin_;
 };
 
 }  // namespace velora_com::qel::lists
