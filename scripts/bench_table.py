@@ -29,6 +29,11 @@ def medians(document):
         yield workload.replace("_", " "), arguments, contender, time
 
 
+def natural(text):
+    """Orders 16 before 256."""
+    return [int(part) if part.isdigit() else part for part in re.split(r"(\d+)", text)]
+
+
 def shown(nanoseconds):
     for unit, size in (("s", 1e9), ("ms", 1e6), ("µs", 1e3)):
         if nanoseconds >= size:
@@ -49,13 +54,13 @@ def tables(document):
     workloads = {}
     for workload, arguments, contender, time in medians(document):
         workloads.setdefault(workload, {}).setdefault(arguments, {})[contender] = time
-    for workload, rows in workloads.items():
+    for workload, rows in sorted(workloads.items()):
         contenders = sorted({c for times in rows.values() for c in times},
                             key=lambda c: (c != "ours", c != "limit", c))
         print(f"\n### {workload}\n")
         print("| | " + " | ".join(c.replace("_", " ") for c in contenders) + " |")
         print("|---|" + "---:|" * len(contenders))
-        for arguments, times in rows.items():
+        for arguments, times in sorted(rows.items(), key=lambda row: natural(row[0])):
             print(f"| {arguments} | " + " | ".join(cell(times, c) for c in contenders) + " |")
 
 
