@@ -181,17 +181,23 @@ TEST_F(Collectors, HostNames) {
 }
 
 TEST_F(Collectors, WordSize) {
-    const std::string mac = "Power Macintosh";
-    const std::tuple<std::string, std::optional<std::string>, const wchar_t*> cases[] = {
-        {"x86_64", "0", L"1"}, {"i386", "1", L"0"}, {mac, "   1\n", L"1"},
-        {mac, "", L"0"},       {mac, {}, L"-1"},    {mac, "    1", L"0"},  // four bytes are read
+    const char* const mac = "Power Macintosh";
+    const struct {
+        const char* machine;
+        const char* output;  // null: the shell does not start
+        const wchar_t* expected;
+    } cases[] = {
+        {"x86_64", "0", L"1"}, {"i386", "1", L"0"},   {mac, "   1\n", L"1"},
+        {mac, "", L"0"},       {mac, nullptr, L"-1"}, {mac, "    1", L"0"},  // four bytes are read
     };
     script().system_version_file = "/etc/passwd";  // any file: what it says is scripted
     script().property_list = {{{"ProductVersion", "10.4.11"}}};
     for (const auto& [machine, output, expected] : cases) {
         scripted_host.machine = machine;
-        script().run_command = [answer = output](const std::string& command) {
-            return command == "sysctl hw | grep 64bit | awk '{ print $2 }'" ? answer : "wrong";
+        script().run_command =
+            [answer = output](const std::string& command) -> std::optional<std::string> {
+            EXPECT_EQ(command, "sysctl hw | grep 64bit | awk '{ print $2 }'");
+            return answer == nullptr ? std::nullopt : std::optional<std::string>(answer);
         };
         OSInformation info;
         EXPECT_TRUE(properties.GetOSInformation(info));
