@@ -18,9 +18,18 @@
 extern "C" {
 #endif
 
+/** @addtogroup utilities
+ * @{ */
+
 /**
  * The entry point "SVPLUGIN_GetVersion" that a plug-in library exports with C linkage. It stores
  * the four components of the plug-in's version and returns 0; any other value means failure.
+ *
+ * @param major receives the first component
+ * @param minor receives the second
+ * @param third receives the third
+ * @param fourth receives the fourth
+ * @return 0, or another value on failure
  */
 typedef int (*orumcomn_PluginGetVersion)(uint16_t* major, uint16_t* minor, uint16_t* third,
                                          uint16_t* fourth);
@@ -30,8 +39,7 @@ typedef int (*orumcomn_PluginGetVersion)(uint16_t* major, uint16_t* minor, uint1
  * 2, 3, 4 is 0001000200030004.
  *
  * The library is loaded with oruLoadLibrary() and freed before the call returns, so that its entry
- * point
- * ("DllMain") runs on the way when it has one; see there for what that means for concurrent calls.
+ * point ("DllMain") runs on the way when it has one; see there for what that means for concurrent calls.
  * The version call must not throw.
  *
  * @param path path of the plug-in library
@@ -46,6 +54,11 @@ VLRCOMN_API int orumcomn_GetFileResourceVersionStamp(const char* path, char* buf
 /**
  * Reads a plug-in's version as four decimal numbers with dots between: 1.2.3.4. In everything else
  * as orumcomn_GetFileResourceVersionStamp(); a buffer of 24 bytes holds every version.
+ *
+ * @param path path of the plug-in library
+ * @param buffer receives the text
+ * @param size the buffer's size in bytes
+ * @return 1 or 0
  */
 VLRCOMN_API int orumcomn_GetFileResourceStringVersionStamp(const char* path, char* buffer,
                                                            uint32_t size);
@@ -122,6 +135,8 @@ VLRCOMN_API uint32_t orumcomn_get_disk_free_spaceA(const char* path, uint64_t* f
  *         its spaces.
  */
 VLRCOMN_API uint32_t orumcomn_IsPlatformMatch(const char* platform, const char* list);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -22,6 +22,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup portability
+ * @{ */
+
 /**
  * Converts wide text to the narrow encoding of the process's current locale, as wcsrtombs does from a
  * fresh conversion state.
@@ -69,7 +72,14 @@ VLRCOMN_API size_t oruStandardAtoU(const char* narrow, size_t wide_limit, wchar_
  */
 VLRCOMN_API char* oruItoa(int32_t value, char* destination, int radix);
 
-/** The same as oruItoa. */
+/**
+ * The same as oruItoa.
+ *
+ * @param value       The number.
+ * @param destination Receives the digits and a terminator.
+ * @param radix       10, 16 or 8.
+ * @return As of oruItoa.
+ */
 VLRCOMN_API char* oruItot(int32_t value, char* destination, int radix);
 
 /**
@@ -94,7 +104,14 @@ VLRCOMN_API char* oruUltot(uint32_t value, char* destination, int radix);
  */
 VLRCOMN_API char* oruI64toa(int64_t value, char* destination, int radix);
 
-/** The same as oruI64toa. */
+/**
+ * The same as oruI64toa.
+ *
+ * @param value       The number.
+ * @param destination Receives the digits and a terminator.
+ * @param radix       10, 16 or 8.
+ * @return As of oruI64toa.
+ */
 VLRCOMN_API char* oruI64tot(int64_t value, char* destination, int radix);
 
 /**
@@ -109,7 +126,12 @@ VLRCOMN_API char* oruI64tot(int64_t value, char* destination, int radix);
  */
 VLRCOMN_API int64_t oruAtoi64(const char* text);
 
-/** The same as oruAtoi64. */
+/**
+ * The same as oruAtoi64.
+ *
+ * @param text Terminated text.
+ * @return As of oruAtoi64.
+ */
 VLRCOMN_API int64_t oruTtoi64(const char* text);
 
 /**
@@ -121,6 +143,8 @@ VLRCOMN_API int64_t oruTtoi64(const char* text);
  * @return The next token, terminated inside the text; null when there is none left.
  */
 VLRCOMN_API char* oruTstrtok_r(char* text, const char* delimiters, char** save);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

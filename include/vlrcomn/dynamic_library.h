@@ -32,6 +32,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup portability
+ * @{ */
+
 /** How many libraries can be loaded at once. */
 #define ORU_MAX_LIBRARIES 50
 
@@ -61,6 +64,10 @@ typedef int (*oruDllMain)(void* module, uint32_t reason, void* reserved);
 /**
  * Type of the function that a library may export as "loadString" to serve its texts.
  *
+ * @param module the library's module handle.
+ * @param id which text.
+ * @param buffer room for `size` characters of whatever kind of text the library serves.
+ * @param size room in `buffer`, in characters.
  * @return as the library defines it; by custom the length written, 0 for a text it does not have.
  */
 typedef int (*oruLoadStringFunction)(void* module, uint32_t id, void* buffer, int size);
@@ -93,6 +100,7 @@ VLRCOMN_API void* oruLoadLibrary(const char* path, const char** message);
  * @param path the wide path; null is refused like a null narrow path.
  * @param message receives the address of this function's own wide message text, at most 511
  * characters and a terminator; may be null, and is then not written.
+ * @return as of oruLoadLibrary(), the messages likewise.
  */
 VLRCOMN_API void* oruLoadLibraryW(const wchar_t* path, const wchar_t** message);
 
@@ -121,12 +129,22 @@ VLRCOMN_API int oruFreeLibrary(void* module);
 /**
  * Asks a module for one of its texts: calls its "loadString" with the same four arguments.
  *
+ * @param module a module handle; of the four only this one is looked at here.
+ * @param id which text.
  * @param buffer room for `size` characters of whatever kind of text the module serves.
+ * @param size room in `buffer`, in characters.
  * @return the module's answer, or 0 when it has no such function.
  */
 VLRCOMN_API int oruLoadString(void* module, uint32_t id, void* buffer, int size);
 
-/** Does nothing. @return always 0; the buffer is not touched. */
+/**
+ * Kept for source compatibility; does nothing.
+ *
+ * @param module ignored.
+ * @param buffer ignored, not written.
+ * @param size ignored.
+ * @return 0.
+ */
 VLRCOMN_API uint32_t oruGetModuleFileName(void* module, char* buffer, uint32_t size);
 
 /**
@@ -148,6 +166,8 @@ VLRCOMN_API int load_shared_object_image(void** module, const char* path, char* 
  * @return 1 when the loader released it, otherwise 0.
  */
 VLRCOMN_API int unload_shared_object_image(void* module);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -28,11 +28,14 @@
 extern "C" {
 #endif
 
+/** @addtogroup portability
+ * @{ */
+
 /** @name Desired access of oruCreateFileAW()
  * @{ */
-#define ORU_ACCESS_READ UINT32_C(0x80000000)
-#define ORU_ACCESS_WRITE UINT32_C(0x40000000)
-#define ORU_ACCESS_READ_WRITE UINT32_C(0xC0000000)
+#define ORU_ACCESS_READ UINT32_C(0x80000000)       /**< Reading only. */
+#define ORU_ACCESS_WRITE UINT32_C(0x40000000)      /**< Writing only. */
+#define ORU_ACCESS_READ_WRITE UINT32_C(0xC0000000) /**< Both. */
 /** @} */
 
 /** @name Creation dispositions of oruCreateFileAW()
@@ -49,15 +52,17 @@ extern "C" {
 
 /** @name Flags and attributes of oruCreateFileAW()
  * @{ */
+/** No attribute; the same as 0. */
 #define ORU_ATTRIBUTE_NORMAL UINT32_C(0x80)
+/** The file's name is removed when its handle is closed. */
 #define ORU_DELETE_ON_CLOSE UINT32_C(0x04000000)
 /** @} */
 
 /** @name Move methods of oruSetFilePointer()
  * @{ */
-#define ORU_FILE_BEGIN UINT32_C(0)
-#define ORU_FILE_CURRENT UINT32_C(1)
-#define ORU_FILE_END UINT32_C(2)
+#define ORU_FILE_BEGIN UINT32_C(0)   /**< The distance counts from the beginning. */
+#define ORU_FILE_CURRENT UINT32_C(1) /**< From the current position. */
+#define ORU_FILE_END UINT32_C(2)     /**< From the end. */
 /** @} */
 
 /** Failure of a function that returns a 32-bit size or position; also a value that may occur. */
@@ -128,8 +133,8 @@ VLRCOMN_API int oruReadFile(oruHandle file, void* buffer, uint32_t count, uint32
  * @param file a file handle; anything else is refused (EINVAL).
  * @param buffer `count` bytes.
  * @param count bytes to write.
- * @param bytes_written receives the bytes written, which may be fewer; must be valid. Left alone on
- * failure.
+ * @param bytes_written receives the bytes written, which may be fewer; null is refused (EINVAL). Left
+ * alone on failure.
  * @param overlapped ignored.
  * @return 1, or 0 with `errno` telling why. An interrupted call fails with EINTR.
  */
@@ -183,6 +188,8 @@ VLRCOMN_API uint32_t oruGetTempFileName(const char* directory, const char* prefi
 /**
  * Copies a file; see orumcomn_copy_file() in file_system.h.
  *
+ * @param existing_name the file to read.
+ * @param new_name the file to write.
  * @param fail_if_exists 1 refuses a destination that is there.
  * @return 1 or 0.
  */
@@ -191,19 +198,42 @@ VLRCOMN_API int oruCopyFile(const char* existing_name, const char* new_name, int
 /**
  * Renames a file, in the place of what has the new name, if anything.
  *
- * @return 1, or 0 with `errno` telling why; between file systems it fails. Null names give EINVAL in
- * `errno`.
+ * @param existing_name the name that it has; null fails with `errno` EINVAL.
+ * @param new_name the name that it gets; null likewise.
+ * @return 1, or 0 with `errno` telling why; between file systems it fails.
  */
 VLRCOMN_API int oruMoveFile(const char* existing_name, const char* new_name);
 
-/** Does nothing. @return always 1. */
+/**
+ * Kept for source compatibility; does nothing.
+ *
+ * @param name ignored.
+ * @param attributes ignored.
+ * @return 1.
+ */
 VLRCOMN_API int oruSetFileAttributes(const char* name, uint32_t attributes);
 
-/** Does nothing. @return always 0. */
+/**
+ * Kept for source compatibility; does nothing.
+ *
+ * @param name ignored.
+ * @param handle ignored.
+ * @param length ignored.
+ * @param data ignored, not written.
+ * @return 0.
+ */
 VLRCOMN_API int oruGetFileVersionInfo(const char* name, uint32_t handle, uint32_t length,
                                       void* data);
 
-/** Does nothing. @return always 0. */
+/**
+ * Kept for source compatibility; does nothing.
+ *
+ * @param block ignored.
+ * @param sub_block ignored.
+ * @param buffer ignored, not written.
+ * @param length ignored, not written.
+ * @return 0.
+ */
 VLRCOMN_API int oruVerQueryValue(const void* block, const char* sub_block, void** buffer,
                                  uint32_t* length);
 
@@ -253,6 +283,7 @@ VLRCOMN_API int oruFindNextDirEnt(intptr_t search, oruFindData* data);
 /**
  * Ends a directory search; its handle may be given out again at once.
  *
+ * @param search a search handle.
  * @return 1, or 0 when the handle names no open search (EINVAL) or the system's close fails.
  */
 VLRCOMN_API int oruFindCloseDirEnt(intptr_t search);
@@ -268,6 +299,8 @@ VLRCOMN_API int oruFindCloseDirEnt(intptr_t search);
  */
 VLRCOMN_API oruFindData* oruSetFindDataDirEnt(oruFindData* data, const struct dirent* entry,
                                               const char* directory);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

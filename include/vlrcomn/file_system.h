@@ -28,14 +28,21 @@
 extern "C" {
 #endif
 
+/** @addtogroup utilities
+ * @{ */
+
 struct orFile;
 
 /** The operations of a file object, in the order close, read, write, size. */
 typedef struct orFileOperations {
+    /** orCloseFile(). */
     uint32_t (*close)(struct orFile* file);
+    /** orReadFile(). */
     uint32_t (*read)(struct orFile* file, void* buffer, uint32_t count, uint32_t* bytes_read);
+    /** orWriteFile(). */
     uint32_t (*write)(struct orFile* file, const void* buffer, uint32_t count,
                       uint32_t* bytes_written);
+    /** orGetFileSize(). */
     uint32_t (*get_size)(struct orFile* file, uint32_t* size);
 } orFileOperations;
 
@@ -71,7 +78,10 @@ VLRCOMN_API uint32_t orReadFile(orFile* file, void* buffer, uint32_t count, uint
  * Writes once at the current position; fewer bytes than wanted are a success.
  *
  * @param file the object; null is refused.
+ * @param buffer `count` bytes.
+ * @param count bytes to write.
  * @param bytes_written receives the bytes written; must be valid.
+ * @return a status.
  */
 VLRCOMN_API uint32_t orWriteFile(orFile* file, const void* buffer, uint32_t count,
                                  uint32_t* bytes_written);
@@ -105,14 +115,27 @@ VLRCOMN_API int orFolderExists(const char* lpszFolder);
 /**
  * oruFindFirstDirEnt() with another failure value.
  *
+ * @param pattern directory and pattern, as `path` there.
+ * @param data receives the entry; left alone on failure.
  * @return the enumeration handle, to be closed with orumcomn_findclose(), or 0.
  */
 VLRCOMN_API intptr_t orumcomn_findfirstA(const char* pattern, oruFindData* data);
 
-/** Whether oruFindNextDirEnt() found another entry. */
+/**
+ * oruFindNextDirEnt().
+ *
+ * @param enumeration from orumcomn_findfirstA().
+ * @param data receives the entry; left alone when there is none left.
+ * @return whether another entry was found.
+ */
 VLRCOMN_API bool orumcomn_findnextA(intptr_t enumeration, oruFindData* data);
 
-/** oruFindCloseDirEnt(). */
+/**
+ * oruFindCloseDirEnt().
+ *
+ * @param enumeration from orumcomn_findfirstA().
+ * @return 1 or 0.
+ */
 VLRCOMN_API int orumcomn_findclose(intptr_t enumeration);
 
 /**
@@ -141,7 +164,11 @@ VLRCOMN_API uint32_t orumcomn_get_file_sizeA(const char* path, uint32_t* size);
  */
 VLRCOMN_API void orumcomn_deltree(const char* path);
 
-/** orumcomn_deltree() of everything in a directory, which itself stays. */
+/**
+ * orumcomn_deltree() of everything in a directory, which itself stays.
+ *
+ * @param path the directory.
+ */
 VLRCOMN_API void orumcomn_delsubtree(const char* path);
 
 /**
@@ -171,6 +198,9 @@ VLRCOMN_API uint32_t orumcomn_MakeRecursiveDirectoryA(const char* path);
 /**
  * orumcomn_MakeRecursiveDirectoryA() for a wide path, of whose characters only the low byte counts:
  * characters past 255 name something else and are not supported.
+ *
+ * @param path the path.
+ * @return #ORU_FAILURE, always.
  */
 VLRCOMN_API uint32_t orumcomn_MakeRecursiveDirectoryW(const wchar_t* path);
 
@@ -192,6 +222,8 @@ VLRCOMN_API uint32_t orumcomn_MakeRecursiveDirectoryW(const wchar_t* path);
  * false with `errno` telling why a system call failed.
  */
 VLRCOMN_API bool orumcomn_copy_file(const char* source, const char* destination, int overwrite);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

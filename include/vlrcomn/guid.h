@@ -15,6 +15,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup portability
+ * @{ */
+
 /** A GUID: 16 bytes, the first three fields in the machine's byte order. */
 typedef struct GUID {
     uint32_t Data1; /**< Low 32 bits of the time stamp. */
@@ -57,6 +60,8 @@ VLRCOMN_API GUID* oruCoCreateGuid(GUID* guid);
  * @return @p text; null when either argument is null.
  */
 VLRCOMN_API char* oruUuidToStringA(const GUID* guid, char* text);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -16,14 +16,18 @@
 extern "C" {
 #endif
 
+/** @addtogroup portability
+ * @{ */
+
 /**
  * @name Kinds of object behind a handle
+ * The object records its kind; no call tells it.
  * @{
  */
-#define ORU_KIND_FILE INT32_C(0)
-#define ORU_KIND_EVENT INT32_C(1)
-#define ORU_KIND_THREAD INT32_C(2)
-#define ORU_KIND_MUTEX INT32_C(3)
+#define ORU_KIND_FILE INT32_C(0)   /**< A file of oruCreateFileAW(). */
+#define ORU_KIND_EVENT INT32_C(1)  /**< An event of oruCreateEvent(). */
+#define ORU_KIND_THREAD INT32_C(2) /**< A thread of oruBeginThread(). */
+#define ORU_KIND_MUTEX INT32_C(3)  /**< A mutex of oruCreateMutex(). */
 /** @} */
 
 /**
@@ -82,6 +86,8 @@ VLRCOMN_API int oruCloseHandle(oruHandle handle);
  * @return one of the ORU_ERROR_ codes. `errno` is not changed.
  */
 VLRCOMN_API uint32_t oruGetLastError(void);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

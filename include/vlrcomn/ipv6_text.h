@@ -18,6 +18,9 @@
 
 namespace velora_com::qel {
 
+/** @addtogroup network
+ * @{ */
+
 /**
  * Writes out the groups that "::" stands for and drops the scope.
  *
@@ -86,6 +89,8 @@ VLRCOMN_API std::string convertV6AddrToLiteralFormat(std::string address);
  * @return the address
  */
 VLRCOMN_API std::string convertLiteralFormatToV6Addr(std::string text);
+
+/** @} */
 
 }  // namespace velora_com::qel
 

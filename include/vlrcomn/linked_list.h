@@ -30,6 +30,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup lists
+ * @{ */
+
 /**
  * @name Counted doubly linked list
  *
@@ -210,6 +213,8 @@ VLRCOMN_API int orLL2_XIsEnd(const orLL2Node* node);
  * @param node the node, whose own links stay as they are; null is ignored. Must not be a sentinel.
  */
 VLRCOMN_API void orLL2_XRemove(orLL2Node* node);
+/** @} */
+
 /** @} */
 
 #ifdef __cplusplus

@@ -40,6 +40,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup lists
+ * @{ */
+
 /** @name Singly linked stack
  * @{ */
 
@@ -114,8 +117,8 @@ VLRCOMN_API orLLItem* orSLL_XRemoveHead(orSLL* list);
  */
 VLRCOMN_API orLLItem* orSLL_XGetHead(orSLL* list, int exclusive, int wait);
 
-/** Ends a walk that orSLL_XGetHead() began: one hold of the lock is given back. @param list the
- * list */
+/** Ends a walk that orSLL_XGetHead() began: one hold of the lock is given back.
+ * @param list the list */
 VLRCOMN_API void orSLL_LockRelease(orSLL* list);
 
 /** Tells emptiness. @param list the list @return true when it is empty or null */
@@ -132,10 +135,21 @@ typedef struct orSLL2 {
     orSELock* lock; /**< guards the words above and the links of every node in the list */
 } orSLL2;
 
-/** Makes a header of the caller's an empty list, as orSLL_Init() does. @copydetails orSLL_Init */
+/**
+ * Makes a header of the caller's an empty list.
+ *
+ * @param list the header; its old contents are overwritten, not released
+ * @return 0; #ORU_FAILURE for null or when the lock cannot be created (its pointer is null then)
+ */
 VLRCOMN_API uint32_t orSLL2_Init(orSLL2* list);
 
-/** Allocates a header and makes it an empty list, as orSLL_Create() does, with the same trap. */
+/**
+ * Allocates a header and makes it an empty list, with the trap of orSLL_Create().
+ *
+ * @param list where the header is stored: the new list, or null
+ * @return 0, **also with a null pointer when only the lock could not be created**; #ORU_FAILURE when
+ * the header cannot be allocated or `list` is null
+ */
 VLRCOMN_API uint32_t orSLL2_Create(orSLL2** list);
 
 /**
@@ -183,12 +197,14 @@ VLRCOMN_API orLL2Node* orSLL2_XRemoveTail(orSLL2* list);
  */
 VLRCOMN_API orLL2Node* orSLL2_XGetHead(orSLL2* list, int exclusive, int wait);
 
-/** Ends a walk that orSLL2_XGetHead() began: one hold of the lock is given back. @param list the
- * list */
+/** Ends a walk that orSLL2_XGetHead() began: one hold of the lock is given back.
+ * @param list the list */
 VLRCOMN_API void orSLL2_LockRelease(orSLL2* list);
 
 /** Tells emptiness. @param list the list @return true when it is empty or null */
 VLRCOMN_API bool orSLL2_IsEmpty(orSLL2* list);
+/** @} */
+
 /** @} */
 
 #ifdef __cplusplus

@@ -35,6 +35,9 @@
 
 namespace velora_com::qel::session {
 
+/** @addtogroup sessions
+ * @{ */
+
 /**
  * Adds the users who are logged on to two sets.
  *
@@ -133,11 +136,21 @@ VLRCOMN_API void split(const std::string& text, char separator, std::vector<std:
  */
 VLRCOMN_API std::string trimmer(const char* text);
 
-/** Turns the ASCII letters of @p text to lower case, byte by byte; other bytes stay. */
+/**
+ * Turns ASCII letters to lower case, byte by byte; other bytes stay.
+ *
+ * @param text the text, changed in place
+ */
 VLRCOMN_API void toLower(std::string& text);
 
-/** The stream that the diagnostic lines go to: standard output. */
+/**
+ * The stream that the diagnostic lines go to.
+ *
+ * @return standard output
+ */
 VLRCOMN_API std::FILE* myfd();
+
+/** @} */
 
 }  // namespace velora_com::qel::session
 

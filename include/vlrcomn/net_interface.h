@@ -28,6 +28,9 @@ struct sockaddr;
 
 namespace velora_com::qel {
 
+/** @addtogroup network
+ * @{ */
+
 class NetInterfaceList;
 
 /** The field that IPAddress::setOption sets. */
@@ -48,14 +51,14 @@ class VLRCOMN_API IPAddress {
 public:
     /**
      * Sets a text field.
-     * @param param  #IP_ADDRESS, #IP_SUBNETMASK or #IP_SUBNETADDR; anything else changes nothing
+     * @param param  IP_ADDRESS, IP_SUBNETMASK or IP_SUBNETADDR; anything else changes nothing
      * @param value  the text, taken as it is
      */
     void setOption(IP_PARAM param, std::string value);
 
     /**
      * Sets the family.
-     * @param param  #IP_FAMILY; anything else changes nothing
+     * @param param  IP_FAMILY; anything else changes nothing
      * @param value  the host's AF_INET or AF_INET6
      */
     void setOption(IP_PARAM param, unsigned int value);
@@ -97,7 +100,7 @@ class VLRCOMN_API NetInterface {
 public:
     /**
      * Sets a text field.
-     * @param param  #NETINTERFACE_MACADDRESS or #NETINTERFACE_INDEXNAME; anything else changes
+     * @param param  NETINTERFACE_MACADDRESS or NETINTERFACE_INDEXNAME; anything else changes
      * nothing
      * @param value  the text, taken as it is
      */
@@ -105,7 +108,7 @@ public:
 
     /**
      * Sets the index.
-     * @param param  #NETINTERFACE_INDEX; anything else changes nothing
+     * @param param  NETINTERFACE_INDEX; anything else changes nothing
      * @param value  the index
      */
     void setOption(NETINTERFACE_PARAM param, unsigned int value);
@@ -113,7 +116,7 @@ public:
     /**
      * Appends a copy of an address; it never replaces one. Without memory for it nothing is
      * appended.
-     * @param param  #NETINTERFACE_IPADDRESS; anything else changes nothing
+     * @param param  NETINTERFACE_IPADDRESS; anything else changes nothing
      * @param value  the address
      */
     void setOption(NETINTERFACE_PARAM param, const IPAddress& value);
@@ -271,6 +274,8 @@ VLRCOMN_API int getNetMask(const unsigned int& family, sockaddr* mask, std::stri
  */
 VLRCOMN_API int getNetAddr(const unsigned int& family, sockaddr* mask, sockaddr* addr,
                            std::string& out);
+
+/** @} */
 
 }  // namespace velora_com::qel
 

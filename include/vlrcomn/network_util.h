@@ -20,6 +20,9 @@ struct sockaddr;
 
 namespace velora_com::qel {
 
+/** @addtogroup network
+ * @{ */
+
 /**
  * The socket helpers. An object holds nothing but a flag that its constructor sets to 1; the
  * operations called gated do their work only while it is 1. Nothing in this library sets it to
@@ -205,6 +208,8 @@ protected:
     /** 1 enables the gated operations; anything else disables them. */
     int32_t enabled_ = 0;
 };
+
+/** @} */
 
 }  // namespace velora_com::qel
 

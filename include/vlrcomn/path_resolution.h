@@ -20,6 +20,9 @@
 
 namespace velora_com::qel {
 
+/** @addtogroup utilities
+ * @{ */
+
 /**
  * Makes a path absolute and takes "." and ".." out of it, purely as text: nothing is looked up, so
  * "link/.." is the folder of the link and not that of its target.
@@ -34,13 +37,20 @@ namespace velora_com::qel {
  */
 class VLRCOMN_API FileNameFlattener {
 public:
-    /** Flattens @p path; a relative one is taken against the working directory. Never throws. */
+    /**
+     * Flattens a path. Never throws.
+     *
+     * @param path the path; a relative one is taken against the working directory
+     */
     explicit FileNameFlattener(const std::string& path);
 
     /**
-     * Flattens @p path; a relative one is taken against @p base, which is itself flattened first
-     * and taken against the working directory when it is relative (an empty one too). Fails when
-     * the base cannot be flattened, also when the path is absolute. Never throws.
+     * Flattens a path against a base. Fails when the base cannot be flattened, also when the path is
+     * absolute. Never throws.
+     *
+     * @param path the path; a relative one is taken against @p base
+     * @param base is itself flattened first, and taken against the working directory when it is
+     * relative (an empty one too)
      */
     FileNameFlattener(const std::string& path, const std::string& base);
 
@@ -51,6 +61,8 @@ public:
     bool Flatten();
 
     /**
+     * Gives the flat path.
+     *
      * @param out receives the flat path; untouched on failure
      * @return whether the path could be flattened (and, memory permitting, copied)
      */
@@ -76,10 +88,16 @@ private:
  */
 class VLRCOMN_API FileNameResolver {
 public:
-    /** Resolves @p path. Never throws; GetAbsolutePath() tells the outcome. */
+    /**
+     * Resolves a name. Never throws; GetAbsolutePath() tells the outcome.
+     *
+     * @param path the name
+     */
     explicit FileNameResolver(const std::string& path);
 
     /**
+     * Gives the absolute path.
+     *
      * @param out receives the absolute path of the regular file; untouched on failure
      * @return whether the name could be resolved (and, memory permitting, the path copied)
      */
@@ -91,10 +109,15 @@ private:
     std::string absolute_;
 };
 
+/** @} */
+
 }  // namespace velora_com::qel
 
 extern "C" {
 #endif
+
+/** @addtogroup utilities
+ * @{ */
 
 /**
  * Resolves a file name and keeps the answer behind a handle.
@@ -128,6 +151,8 @@ VLRCOMN_API uint32_t orumcomn_filenameresolver_get_absolute_filename(void* handl
  * @return #ORU_SUCCESS
  */
 VLRCOMN_API uint32_t orumcomn_filenameresolver_destroy(void* handle);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -64,6 +64,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup lists
+ * @{ */
+
 /** @name Thread registry
  *
  * A thread's identity is its own event (a handle of the portability layer) as a pointer-wide
@@ -292,6 +295,8 @@ VLRCOMN_API int orSO_SELockExclusiveNotify(orSELock* lock, orSO_NotifyCallback c
  */
 VLRCOMN_API int orSO_SELockExclusiveUnnotify(orSELock* lock, orSO_NotifyCallback callback,
                                              uintptr_t first, uintptr_t second);
+/** @} */
+
 /** @} */
 
 #ifdef __cplusplus

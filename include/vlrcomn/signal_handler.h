@@ -25,6 +25,9 @@
 
 namespace velora_com::qel {
 
+/** @addtogroup utilities
+ * @{ */
+
 /**
  * Receives signals synchronously and dispatches them.
  *
@@ -69,7 +72,7 @@ public:
     /**
      * Waits for the signals of the set and calls their callbacks until one arrives that has none.
      *
-     * Failed waits, and signals that are not in the set, are logged at #SyslogInfo and passed over;
+     * Failed waits, and signals that are not in the set, are logged at velora_com::qel::SyslogInfo and passed over;
      * so is the end of the loop logged. The calling thread must have the signals blocked. Waiting
      * is a cancellation point: a cancelled thread leaves nothing behind.
      */
@@ -79,6 +82,8 @@ private:
     sigset_t signals_;
     std::map<int, void (*)()> callbacks_;
 };
+
+/** @} */
 
 }  // namespace velora_com::qel
 

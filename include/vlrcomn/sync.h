@@ -35,6 +35,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup portability
+ * @{ */
+
 /**
  * Makes an event. Only unnamed manual-reset events exist.
  *
@@ -52,6 +55,7 @@ VLRCOMN_API oruHandle oruCreateEvent(void* attributes, int manual_reset, int ini
 /**
  * Sets an event and wakes everyone who waits for it; it stays set until oruResetEvent().
  *
+ * @param event the event.
  * @return 1, or 0: null, #ORU_INVALID_HANDLE or a handle that is no event (EINVAL), or a failing
  * lock.
  */
@@ -60,6 +64,7 @@ VLRCOMN_API int oruSetEvent(oruHandle event);
 /**
  * Resets an event. A thread already woken by an earlier set still returns #ORU_WAIT_SIGNALLED.
  *
+ * @param event the event.
  * @return 1, or 0: null or a handle that is no event (EINVAL), #ORU_INVALID_HANDLE (nothing noted,
  * unlike in oruSetEvent()), or a failing lock.
  */
@@ -76,7 +81,14 @@ VLRCOMN_API int oruResetEvent(oruHandle event);
  */
 VLRCOMN_API oruHandle oruCreateMutex(void* attributes, int initial_owner, const char* name);
 
-/** Mutexes are not shared by name: always null. All arguments are ignored. */
+/**
+ * Mutexes are not shared by name, so there is none to open.
+ *
+ * @param access ignored.
+ * @param inherit ignored.
+ * @param name ignored.
+ * @return null.
+ */
 VLRCOMN_API oruHandle oruOpenMutex(uint32_t access, int inherit, const char* name);
 
 /**
@@ -86,6 +98,7 @@ VLRCOMN_API oruHandle oruOpenMutex(uint32_t access, int inherit, const char* nam
  * A mutex whose owner ends without releasing it stays owned; it can only be closed. (A later thread
  * to which the system gives the same POSIX thread id counts as the owner.)
  *
+ * @param mutex the mutex.
  * @return 1, or 0: null (nothing noted), #ORU_INVALID_HANDLE or a handle that is no mutex (EINVAL),
  * a mutex that is free or that another thread owns (nothing noted, nothing changed), or a failing
  * lock.
@@ -158,7 +171,12 @@ VLRCOMN_API uint32_t oruWaitForMultipleObjects(uint32_t count, const oruHandle* 
  */
 VLRCOMN_API int32_t oruInterlockedIncrement(volatile int32_t* value);
 
-/** Subtracts 1; otherwise as oruInterlockedIncrement(). */
+/**
+ * Subtracts 1 from a word; in everything else as oruInterlockedIncrement().
+ *
+ * @param value the word; null gives 0 (EINVAL).
+ * @return the word as read after the change.
+ */
 VLRCOMN_API int32_t oruInterlockedDecrement(volatile int32_t* value);
 
 /**
@@ -171,6 +189,8 @@ VLRCOMN_API int32_t oruInterlockedDecrement(volatile int32_t* value);
  * @return what the word held before; exact among exchanges.
  */
 VLRCOMN_API int32_t oruInterlockedExchange(volatile int32_t* target, int32_t value);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -16,6 +16,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup portability
+ * @{ */
+
 /** A moment as a broken-down record of eight 16-bit numbers, 16 bytes. */
 typedef struct oruSystemTime {
     uint16_t year;         /**< For example 2006. */
@@ -91,6 +94,8 @@ extern VLRCOMN_API volatile int32_t bSigTermReceived;
  * @param signal_number Ignored.
  */
 VLRCOMN_API void CatchSIGTERM(int signal_number);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

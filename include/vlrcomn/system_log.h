@@ -30,7 +30,10 @@
 
 namespace velora_com::qel {
 
-/** How severe a message is. Any other value counts as #SyslogInfo. */
+/** @addtogroup utilities
+ * @{ */
+
+/** How severe a message is. Any other value counts as SyslogInfo. */
 enum SyslogPriority : int32_t {
     SyslogCritical = 0, /**< LOG_CRIT */
     SyslogError = 1,    /**< LOG_ERR */
@@ -70,9 +73,19 @@ VLRCOMN_API int LogInSystemLog(SyslogPriority priority, const char* ident, const
 VLRCOMN_API int vLogInSystemLog(int level, const char* format, std::va_list arguments)
     VLRCOMN_PRINTF_FORMAT(2, 0);
 
-/** As the other vLogInSystemLog(), with a tag of the caller's. @return 1 */
+/**
+ * Logs a message with a tag of the caller's at a level of the system's own.
+ *
+ * @param level a level of <syslog.h>
+ * @param ident the tag; null stands for the program's name. See above for how long it must live.
+ * @param format a printf format, "%m" included
+ * @param arguments the values for @p format; the caller ends the list
+ * @return 1
+ */
 VLRCOMN_API int vLogInSystemLog(int level, const char* ident, const char* format,
                                 std::va_list arguments) VLRCOMN_PRINTF_FORMAT(3, 0);
+
+/** @} */
 
 }  // namespace velora_com::qel
 

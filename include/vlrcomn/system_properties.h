@@ -10,6 +10,8 @@
  * properties.GetAllSystemProperties(report);
  * const std::wstring address = orumcomn_get_ip_address();
  * @endcode
+ * The functions for single values are in property_functions.h, the facts and words below the properties in
+ * machine_facts.h; both come with this header.
  *
  * Nothing here reports an error as such. A fact that is not found reads "N/A" (DefaultProp_Val) or
  * what property_keys.h says of its field; a name that is no property reads empty. Nothing is
@@ -33,15 +35,19 @@
 #ifndef VLRCOMN_SYSTEM_PROPERTIES_H
 #define VLRCOMN_SYSTEM_PROPERTIES_H
 
-#include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
 
+#include "vlrcomn/machine_facts.h"
+#include "vlrcomn/property_functions.h"
 #include "vlrcomn/property_keys.h"
 #include "vlrcomn/types.h"
 
 namespace velora_com::qel::sysprops {
+
+/** @addtogroup properties
+ * @{ */
 
 /**
  * Collects this machine's properties. An object holds one record of each kind as scratch space and
@@ -49,10 +55,14 @@ namespace velora_com::qel::sysprops {
  */
 class VLRCOMN_API ISysProps {
 public:
+    /** Makes an object with empty scratch records. Collects nothing. */
     ISysProps();
+    /** Frees the scratch records. */
     ~ISysProps();
-    ISysProps(const ISysProps&) = default;
-    ISysProps& operator=(const ISysProps&) = default;
+    /** Copies the scratch records, which mean nothing between calls. @param other the object to copy */
+    ISysProps(const ISysProps& other) = default;
+    /** Copies the scratch records. @param other the object to copy @return this object */
+    ISysProps& operator=(const ISysProps& other) = default;
 
     /**
      * Collects every property into one map, each collector run once. The map comes back with 29
@@ -90,37 +100,65 @@ public:
 
     /** @name One property of one category
      * Each runs its collector on the object's record, ignores the collector's result and returns
-     * the field that carries the name.
-     * @param name A name of property_keys.h, compared exactly.
-     * @return The value; "N/A" when the name is not one of the category's.
+     * the field that carries the name; "N/A" when the name is not one of the category's. Names are
+     * compared exactly.
      * @{ */
-    /** "ComputerName", "DomainName", "IPAddress", "IPHostName", "IPXAddress", "NETAddress",
-     * "SubnetAddress", "SubnetMask". */
+    /**
+     * Collects one network property.
+     * @param name "ComputerName", "DomainName", "IPAddress", "IPHostName",
+     * "IPXAddress", "NETAddress", "SubnetAddress", "SubnetMask".
+     * @return The value, or "N/A".
+     */
     std::wstring GetOneNetworkProperty(const std::wstring& name);
-    /** "CPUType", "NumOfCPU", "CPUSpeed", "IsPortable", "CPUSerialNumber". */
+    /**
+     * Collects one processor property.
+     * @param name "CPUType", "NumOfCPU", "CPUSpeed", "IsPortable", "CPUSerialNumber".
+     * @return The value, or "N/A".
+     */
     std::wstring GetOneCPUProperty(const std::wstring& name);
-    /** "TotalPhysicalMemory", "FreeMemory". */
+    /**
+     * Collects one memory property.
+     * @param name "TotalPhysicalMemory", "FreeMemory".
+     * @return The value, or "N/A".
+     */
     std::wstring GetOneMemoryProperty(const std::wstring& name);
-    /** "UserName", "TimeZone", "DefaultLangID", "LastUpdate". */
+    /**
+     * Collects one misc property.
+     * @param name "UserName", "TimeZone", "DefaultLangID", "LastUpdate".
+     * @return The value, or "N/A".
+     */
     std::wstring GetOneMiscProperty(const std::wstring& name);
-    /** "FreeDiskSpace", "TotalDiskSpace", "NumberOfFileSystems". */
+    /**
+     * Collects one disk property.
+     * @param name "FreeDiskSpace", "TotalDiskSpace", "NumberOfFileSystems".
+     * @return The value, or "N/A".
+     */
     std::wstring GetOneDiskProperty(const std::wstring& name);
-    /** "OSType", "OSBitMode", "OSPlatform", "OSVersion", "OSBuildNum", "OSCsdVersion", "OSOEMId",
-     * "PlatformID". */
+    /**
+     * Collects one operating-system property.
+     * @param name "OSType", "OSBitMode", "OSPlatform", "OSVersion",
+     * "OSBuildNum", "OSCsdVersion", "OSOEMId", "PlatformID".
+     * @return The value, or "N/A".
+     */
     std::wstring GetOneOSProperty(const std::wstring& name);
     /** @} */
 
     /** @name Which category a name belongs to
      * The names are those listed with GetOne…Property, with one exception that is kept:
-     * IsDiskProperty does not claim "NumberOfFileSystems".
-     * @param name Compared exactly.
-     * @return Whether the category claims the name. Collects nothing.
+     * IsDiskProperty does not claim "NumberOfFileSystems". Names are compared exactly; nothing is
+     * collected.
      * @{ */
+    /** @param name A name. @return Whether it names a network property. */
     bool IsNetworkProperty(const std::wstring& name) const;
+    /** @param name A name. @return Whether it names a processor property. */
     bool IsCPUProperty(const std::wstring& name) const;
+    /** @param name A name. @return Whether it names a memory property. */
     bool IsMemoryProperty(const std::wstring& name) const;
+    /** @param name A name. @return Whether it names a misc property. */
     bool IsMiscProperty(const std::wstring& name) const;
+    /** @param name A name. @return Whether it names a disk property. */
     bool IsDiskProperty(const std::wstring& name) const;
+    /** @param name A name. @return Whether it names an operating-system property. */
     bool IsOSProperty(const std::wstring& name) const;
     /** @} */
 
@@ -225,168 +263,8 @@ private:
     static std::wstring m_wstrLastKnownLocalIP;
 };
 
-/**
- * Coarsens a figure, so that a report changes in steps: the highest point of the grid
- * lower + k * (upper - lower) / steps, k from 1 to steps, that lies strictly below the value. At or
- * below the first point that is lower itself.
- *
- * Kept as agreed with the server: a result of zero is replaced by the exact value, so that with a
- * lower bound of 0 small amounts are not coarsened. For integers the step is truncated, so the
- * highest point may lie below upper (0 to 99 in 20 steps: 4, 8, … 80). With upper below lower the
- * grid runs as the arithmetic of T makes it: unsigned differences wrap.
- *
- * There are two instances, uint64_t and double. The number of steps bounds the work.
- *
- * @param value The figure.
- * @param upper Top of the grid; a greater value comes back as the top point.
- * @param lower Bottom of the grid.
- * @param steps Number of steps; 0 gives the smaller of value and lower.
- * @return The coarsened figure.
- */
-template <typename T>
-VLRCOMN_API T get_closest_floor(const T& value, const T& upper, const T& lower,
-                                const uint32_t& steps);
-extern template VLRCOMN_API uint64_t get_closest_floor<uint64_t>(const uint64_t&, const uint64_t&,
-                                                                 const uint64_t&, const uint32_t&);
-extern template VLRCOMN_API double get_closest_floor<double>(const double&, const double&,
-                                                             const double&, const uint32_t&);
-
-/**
- * Names a processor type as the Gestalt manager numbers it ("cput"): 268 is "G4", the four
- * characters "ixxx" read as a big-endian number are "X86".
- *
- * @param      code The code.
- * @param[out] out  Room for 16 bytes, to which the name and a terminator are written. Untouched
- * when the result is false.
- * @return Whether the code is known; false for null `out`.
- */
-VLRCOMN_API bool ConvertGestaltCPUTypeToString(long code, char* out);
-
-/**
- * Names a system architecture as the Gestalt manager numbers it ("sysa"): 1 "MC680x0", 2 "PowerPC",
- * 10 "Intel". Otherwise like ConvertGestaltCPUTypeToString.
- */
-VLRCOMN_API bool ConvertGestaltSysArchToString(long code, char* out);
-
-/**
- * Tells a portable computer by "book" in its model name, in any case.
- *
- * @param[out] portable Set to false first in every case.
- * @return false when the model name cannot be read.
- */
-VLRCOMN_API bool IsPortableComputer(bool& portable);
-
-/**
- * @return The kernel's NIS domain name; "UnKnownDomain" (unknown_domain) when there is none.
- */
-VLRCOMN_API std::wstring getDomainName();
-
-/**
- * The fully qualified host name as the resolver gives it. When the resolver does not know the host:
- * its name, a dot and the domain name of the system, with nothing behind the dot when that is empty
- * (this is kept), or the bare host name when the system has no domain name to give.
- *
- * Blocks as long as the resolver does. Calls run one after the other: the resolver's answer belongs
- * to the process. A direct caller of gethostbyname elsewhere in the process is not held off.
- *
- * @return The name; "N/A" (DefaultProp_Val) when the host name cannot be read.
- */
-VLRCOMN_API std::wstring getFqdnAddress();
-
-/**
- * The short host name: what uname gives, up to its first dot.
- *
- * @param[out] name Set on success, otherwise untouched.
- * @return false when uname fails.
- */
-VLRCOMN_API bool getComputerName(std::string& name);
-
-/**
- * UTF-8 form of a wide text, up to its first zero character or the first one that has no UTF-8 form
- * (orumcomn_unicode_to_utf8 in time_text.h). Empty when memory runs out.
- */
-VLRCOMN_API std::string sysprops_wide_to_ansi(std::wstring text);
-
-/**
- * Wide form of a UTF-8 text, up to its first zero byte or the first byte that is no UTF-8
- * (orumcomn_utf8_to_unicode in time_text.h). Empty when memory runs out.
- */
-VLRCOMN_API std::wstring sysprops_ansi_to_wide(std::string text);
+/** @} */
 
 }  // namespace velora_com::qel::sysprops
-
-/** @name One function for each property
- * Each collects anew and returns what ISysProps::GetOneSystemProperty returns for the name given
- * with it; property_keys.h describes the values. They have C++ linkage.
- * @{ */
-/** "CPUType". */
-VLRCOMN_API std::wstring orumcomn_get_cpu_type();
-/** "CPUSpeed". */
-VLRCOMN_API std::wstring orumcomn_get_cpu_speed();
-/** "NumOfCPU". */
-VLRCOMN_API std::wstring orumcomn_get_number_of_processors();
-/** "CPUSerialNumber". */
-VLRCOMN_API std::wstring orumcomn_get_cpu_serial_number();
-/** "DomainName". */
-VLRCOMN_API std::wstring orumcomn_get_domain_name();
-/** "ComputerName". */
-VLRCOMN_API std::wstring orumcomn_get_computer_name();
-/** "IPAddress". */
-VLRCOMN_API std::wstring orumcomn_get_ip_address();
-/** "SubnetAddress". */
-VLRCOMN_API std::wstring orumcomn_get_subnet_address();
-/** "SubnetMask". */
-VLRCOMN_API std::wstring orumcomn_get_subnet_mask();
-/** "NETAddress". */
-VLRCOMN_API std::wstring orumcomn_get_mac_address();
-/** "IPXAddress". */
-VLRCOMN_API std::wstring orumcomn_get_ipx_address();
-/** "IPHostName". */
-VLRCOMN_API std::wstring orumcomn_get_fqdn_address();
-/** "TotalPhysicalMemory". */
-VLRCOMN_API std::wstring orumcomn_get_total_memory();
-/** "FreeMemory". */
-VLRCOMN_API std::wstring orumcomn_get_free_memory();
-/** "NumberOfFileSystems": always empty, since no category claims that name. */
-VLRCOMN_API std::wstring orumcomn_get_number_of_file_systems();
-/** "TotalDiskSpace". */
-VLRCOMN_API std::wstring orumcomn_get_total_disk_space();
-/** "FreeDiskSpace". */
-VLRCOMN_API std::wstring orumcomn_get_free_disk_space();
-/** "OSType". */
-VLRCOMN_API std::wstring orumcomn_get_os_type();
-/** "OSPlatform". */
-VLRCOMN_API std::wstring orumcomn_get_os_platform();
-/** "OSVersion". */
-VLRCOMN_API std::wstring orumcomn_get_os_version();
-/** "OSCsdVersion". */
-VLRCOMN_API std::wstring orumcomn_get_os_service_pack();
-/** "OSBuildNum". */
-VLRCOMN_API std::wstring orumcomn_get_os_build_number();
-/** "OSOEMId". */
-VLRCOMN_API std::wstring orumcomn_get_os_oem_id();
-/** "PlatformID". */
-VLRCOMN_API std::wstring orumcomn_get_os_platform_id();
-/** "UserName". A namesake with C linkage and arguments is declared in agent_identity.h. */
-VLRCOMN_API std::wstring orumcomn_get_user_name();
-/** "TimeZone". */
-VLRCOMN_API std::wstring orumcomn_get_time_zone();
-/** "DefaultLangID". */
-VLRCOMN_API std::wstring orumcomn_get_language();
-/** "LastUpdate". */
-VLRCOMN_API std::wstring orumcomn_get_last_update_time();
-/** @} */
-
-/** @name Placeholders on this platform
- * They return "N/A" whatever the argument and collect nothing; use the second map of
- * ISysProps::GetAllSystemProperties.
- * @{ */
-VLRCOMN_API std::wstring orumcomn_get_file_system_name(int index);
-VLRCOMN_API std::wstring orumcomn_get_file_system_free_space_by_name(std::wstring name);
-VLRCOMN_API std::wstring orumcomn_get_file_system_total_space_by_name(std::wstring name);
-/** @} */
-
-/** Calls velora_com::qel::sysprops::ISysProps::updateLocalIP. */
-VLRCOMN_API void orumcomn_set_local_ip_addr(std::wstring address);
 
 #endif

@@ -25,6 +25,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup portability
+ * @{ */
+
 /** What a thread runs: takes the parameter given at its start; the result is the POSIX exit value.
  */
 typedef uint32_t (*oruThreadRoutine)(void* parameter);
@@ -58,7 +61,17 @@ VLRCOMN_API oruHandle oruBeginThread(void* attributes, uint32_t stack_size,
                                      oruThreadRoutine routine, void* parameter, uint32_t flags,
                                      uint32_t* thread_id);
 
-/** Starts a thread as oruBeginThread() does, but returns null on failure. */
+/**
+ * Starts a thread as oruBeginThread() does, but returns null on failure.
+ *
+ * @param attributes ignored.
+ * @param stack_size ignored.
+ * @param routine what to run; null is refused.
+ * @param parameter handed to `routine`.
+ * @param flags ignored.
+ * @param thread_id null, or where to store 0 on success.
+ * @return a handle, or null where oruBeginThread() gives #ORU_INVALID_HANDLE.
+ */
 VLRCOMN_API oruHandle oruCreateThread(void* attributes, uint32_t stack_size,
                                       oruThreadRoutine routine, void* parameter, uint32_t flags,
                                       uint32_t* thread_id);
@@ -81,7 +94,11 @@ VLRCOMN_API void* oruThreadJuggle(void* start_block);
  */
 VLRCOMN_API void oruCleanupThread(void* start_block);
 
-/** A hook for scheduling, called with every new thread's handle. It does nothing. */
+/**
+ * A hook for scheduling, called with every new thread's handle. It does nothing.
+ *
+ * @param thread ignored.
+ */
 VLRCOMN_API void set_pthread_sched_param(oruHandle thread);
 
 /**
@@ -104,6 +121,7 @@ VLRCOMN_API uint32_t oruTlsAlloc(void);
 /**
  * Frees a thread-local index. What its values point to is the callers' affair.
  *
+ * @param index an index of oruTlsAlloc().
  * @return 1, or 0: 512 and above or an index that is not in use (EINVAL), or the system does not
  * delete the key (the index is free all the same).
  */
@@ -112,6 +130,8 @@ VLRCOMN_API int oruTlsFree(uint32_t index);
 /**
  * Stores the calling thread's value of an index. No destructor runs when the thread ends.
  *
+ * @param index an index of oruTlsAlloc().
+ * @param value what to store.
  * @return 1, or 0: 512 and above or an index that is not in use (EINVAL), or memory is exhausted
  * (nothing noted).
  */
@@ -120,6 +140,7 @@ VLRCOMN_API int oruTlsSetValue(uint32_t index, void* value);
 /**
  * Reads the calling thread's value of an index, without taking a lock.
  *
+ * @param index an index of oruTlsAlloc().
  * @return the value, or null: never set, or 512 and above or an index that is not in use (EINVAL).
  */
 VLRCOMN_API void* oruTlsGetValue(uint32_t index);
@@ -130,8 +151,12 @@ VLRCOMN_API void* oruTlsGetValue(uint32_t index);
  * Ticks times 1000 wraps at 32 bits before it is divided by the ticks per second, so with 100 ticks
  * a second the count falls back to 0 about every 11.9 hours, from 42949672. Differences across that
  * moment are wrong in 32-bit arithmetic; use it for short spans only.
+ *
+ * @return the count.
  */
 VLRCOMN_API uint32_t oruGetTickCount(void);
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -28,6 +28,9 @@
 extern "C" {
 #endif
 
+/** @addtogroup utilities
+ * @{ */
+
 /**
  * Converts wide text to UTF-8; see the head of this file for the encoding and for faults.
  *
@@ -66,8 +69,13 @@ VLRCOMN_API uint32_t orumcomn_utf8_to_unicode(const char* narrow, wchar_t* wide,
  */
 VLRCOMN_API void orumcomn_CreateGmtTimeStampA(char* text, uint32_t size);
 
-/** The same in local time (localtime_r, which need not look at a changed "TZ" until someone calls
- * tzset). Does not take velora_com::qel::mutex. */
+/**
+ * Writes the current local time as 14 digits. localtime_r need not look at a changed "TZ" until someone
+ * calls tzset. Does not take velora_com::qel::mutex.
+ *
+ * @param text Receives the text as of orumcomn_CreateGmtTimeStampA().
+ * @param size Size of @p text in bytes. 0: nothing happens.
+ */
 VLRCOMN_API void orumcomn_CreateLocalTimeStampA(char* text, uint32_t size);
 
 /**
@@ -79,10 +87,19 @@ VLRCOMN_API void orumcomn_CreateLocalTimeStampA(char* text, uint32_t size);
  */
 VLRCOMN_API void orumcomn_CreateGmtTimeStampW(wchar_t* text, uint32_t size);
 
-/** The same in local time; see orumcomn_CreateLocalTimeStampA. */
+/**
+ * Writes the current local time, as orumcomn_CreateLocalTimeStampA() reads it, in wide text.
+ *
+ * @param text Receives the text as of orumcomn_CreateGmtTimeStampW(), terminated or not.
+ * @param size Size of @p text in wide characters. 0: nothing happens.
+ */
 VLRCOMN_API void orumcomn_CreateLocalTimeStampW(wchar_t* text, uint32_t size);
 
-/** Cuts a terminated text, in place, at its first ';', if it has one. Null is ignored. */
+/**
+ * Cuts a text, in place, at its first ';', if it has one.
+ *
+ * @param text Terminated text. Null is ignored.
+ */
 VLRCOMN_API void orumcomn_chop_semicolon(char* text);
 
 /**
@@ -96,6 +113,8 @@ VLRCOMN_API void orumcomn_append_backslash_check(char* text);
 /** Kept for source compatibility; does nothing. @param delay Ignored. */
 VLRCOMN_API void orumcomn_delay(int32_t delay);
 
+/** @} */
+
 #ifdef __cplusplus
 } /* extern "C" */
 
@@ -105,6 +124,9 @@ VLRCOMN_API void orumcomn_delay(int32_t delay);
 #include <string>
 
 namespace velora_com::qel {
+
+/** @addtogroup utilities
+ * @{ */
 
 /**
  * Serialises this library's use of the C library's time-zone state: "TZ", tzset, tzname and localtime.
@@ -121,7 +143,11 @@ extern VLRCOMN_API pthread_mutex_t mutex;
  */
 VLRCOMN_API long get_system_uptime_osx();
 
-/** The same as get_system_uptime_osx. */
+/**
+ * The same as get_system_uptime_osx.
+ *
+ * @return As of get_system_uptime_osx.
+ */
 VLRCOMN_API long orumcomn_get_system_uptime();
 
 /**
@@ -129,7 +155,7 @@ VLRCOMN_API long orumcomn_get_system_uptime();
  *
  * "TZ" is not changed while this runs, so that no other thread sees a foreign zone. Afterwards "TZ" is
  * as before if it held 1 to 1024 characters, and **otherwise unset** (an empty or longer value is
- * removed); then tzset is called, under ::velora_com::qel::mutex.
+ * removed); then tzset is called, under velora_com::qel::mutex.
  *
  * @param time The time. Fields outside their ranges are normalised as mktime does, and tm_wday and
  *             tm_yday are set; tm_isdst is ignored and set to 0.
@@ -140,7 +166,7 @@ VLRCOMN_API time_t vlrcomn_timegm(std::tm* time);
 
 /**
  * Names the local standard-time zone, as the C library's tzname[0] stands (this function does not call
- * tzset), under ::velora_com::qel::mutex.
+ * tzset), under velora_com::qel::mutex.
  *
  * @param zone Receives the abbreviation, at most 63 bytes of it; unchanged on failure.
  * @return True; false when the C library has no name.
@@ -148,34 +174,72 @@ VLRCOMN_API time_t vlrcomn_timegm(std::tm* time);
 VLRCOMN_API bool vlrcomn_gettimezone(std::wstring& zone);
 
 /**
- * The current local time as "2006-12-31 23:59:59" (19 characters), under ::velora_com::qel::mutex.
+ * The current local time as "2006-12-31 23:59:59" (19 characters), under velora_com::qel::mutex.
  *
  * @return The text; empty when the time cannot be broken down.
  */
 VLRCOMN_API std::string orumcomn_get_time_stamp_ansi();
 
-/** The same in wide text. */
+/**
+ * orumcomn_get_time_stamp_ansi() in wide text.
+ *
+ * @return The text; empty when the time cannot be broken down.
+ */
 VLRCOMN_API std::wstring orumcomn_get_time_stamp_wide();
 
-/** A number in decimal, as "%ld" writes it. */
+/**
+ * A number in decimal, as "%ld" writes it.
+ *
+ * @param value The number.
+ * @return Its digits, with a sign when it is negative.
+ */
 VLRCOMN_API std::string orumcomn_long_to_ansi_string(long value);
 
-/** The same in wide text. */
+/**
+ * orumcomn_long_to_ansi_string() in wide text.
+ *
+ * @param value The number.
+ * @return Its digits, with a sign when it is negative.
+ */
 VLRCOMN_API std::wstring orumcomn_long_to_wide_string(long value);
 
-/** A copy of @p text with the letters a to z in upper case; other bytes, UTF-8 included, stay. */
+/**
+ * Turns the letters a to z to upper case; other bytes, UTF-8 included, stay.
+ *
+ * @param text The text.
+ * @return The changed copy.
+ */
 VLRCOMN_API std::string orumcomn_convert_to_upper(const std::string& text);
 
-/** A copy of @p text with the letters A to Z in lower case; other bytes, UTF-8 included, stay. */
+/**
+ * Turns the letters A to Z to lower case; other bytes, UTF-8 included, stay.
+ *
+ * @param text The text.
+ * @return The changed copy.
+ */
 VLRCOMN_API std::string orumcomn_convert_to_lower(const std::string& text);
 
-/** A copy of @p text without white space (space and \\t \\n \\v \\f \\r) at its beginning. */
+/**
+ * Takes white space (space and \\t \\n \\v \\f \\r) off the beginning of a text.
+ *
+ * @param text The text.
+ * @return The shorter copy.
+ */
 VLRCOMN_API std::string orumcomn_strip_leading_whitespace(const std::string& text);
 
-/** A copy of @p text without white space (space and \\t \\n \\v \\f \\r) at its end. */
+/**
+ * Takes white space (space and \\t \\n \\v \\f \\r) off the end of a text.
+ *
+ * @param text The text.
+ * @return The shorter copy.
+ */
 VLRCOMN_API std::string orumcomn_strip_trailing_whitespace(const std::string& text);
 
-/** Whether the most significant byte of a number comes first on this machine. */
+/**
+ * Tells the machine's byte order.
+ *
+ * @return Whether the most significant byte of a number comes first.
+ */
 VLRCOMN_API bool isBigEndian();
 
 /**
@@ -197,13 +261,30 @@ VLRCOMN_API std::wstring orumcomn_ansi_to_wide(const std::string& text);
 
 namespace orumcomn {
 
-/** Second name of orumcomn_wide_to_ansi. */
+/** @addtogroup utilities
+ * @{ */
+
+/**
+ * Second name of orumcomn_wide_to_ansi.
+ *
+ * @param text The text.
+ * @return As of orumcomn_wide_to_ansi.
+ */
 VLRCOMN_API std::string wide_to_ansi(const std::wstring& text);
 
-/** Second name of orumcomn_ansi_to_wide. */
+/**
+ * Second name of orumcomn_ansi_to_wide.
+ *
+ * @param text The text.
+ * @return As of orumcomn_ansi_to_wide.
+ */
 VLRCOMN_API std::wstring ansi_to_wide(const std::string& text);
 
+/** @} */
+
 }  // namespace orumcomn
+
+/** @} */
 
 }  // namespace velora_com::qel
 

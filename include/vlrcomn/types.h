@@ -11,6 +11,17 @@
 
 #include <stdint.h>
 
+/**
+ * @def VLRCOMN_API
+ * Marks what the library exports; everything else in it is hidden.
+ */
+/**
+ * @def VLRCOMN_PRINTF_FORMAT(format_index, first_argument)
+ * Lets the compiler check the arguments of a printf-like function.
+ *
+ * @param format_index position of the format, from 1
+ * @param first_argument position of the first value; 0 where a `va_list` stands for the values
+ */
 #if defined(__GNUC__)
 #define VLRCOMN_API __attribute__((visibility("default")))
 #define VLRCOMN_PRINTF_FORMAT(format_index, first_argument) \
@@ -23,6 +34,9 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/** @addtogroup portability
+ * @{ */
 
 /**
  * The record behind a handle: an open file, an event, a thread or a mutex. Callers hold pointers to it
@@ -63,6 +77,8 @@ typedef struct _oruHandleObject_t* oruHandle;
 #define ORU_WAIT_SIGNALLED UINT32_C(2)
 /** Result of a wait: the time-out has passed. */
 #define ORU_WAIT_TIMEOUT UINT32_C(3)
+
+/** @} */
 
 #ifdef __cplusplus
 } /* extern "C" */

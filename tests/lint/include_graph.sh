@@ -9,7 +9,8 @@ text='vlrcomn/time_text\.h'
 shared="support/|platform/|vlrcomn/types\.h"
 network='vlrcomn/(net_interface|ipv6_text|network_util)\.h|network/'
 session='vlrcomn/logged_on_users\.h|session/'
-sysprops='vlrcomn/(property_keys|system_properties)\.h|sysprops/'
+facts='machine_facts|property_(functions|keys|records)'
+sysprops="vlrcomn/($facts|system_properties)\.h|sysprops/"
 
 bad=0
 # may_include ALLOWED FILE...: every quoted include of the files matches ALLOWED.
@@ -30,7 +31,10 @@ may_include "$shared|$network" $(files source/network)
 may_include "$shared|$session|$text" $(files source/session)
 may_include "$shared|$sysprops|$network|$session|$text" $(files source/sysprops)
 
-may_include 'vlrcomn/types\.h' include/vlrcomn/{types,time_text,property_keys,logged_on_users,ipv6_text,net_interface}.h
-may_include 'vlrcomn/(types|property_keys)\.h' include/vlrcomn/system_properties.h
+may_include 'vlrcomn/types\.h' \
+    include/vlrcomn/{types,time_text,logged_on_users,ipv6_text,net_interface}.h \
+    include/vlrcomn/{machine_facts,property_functions,property_records}.h
+may_include 'vlrcomn/(types|property_records)\.h' include/vlrcomn/property_keys.h
+may_include "vlrcomn/(types|$facts)\.h" include/vlrcomn/system_properties.h
 may_include 'vlrcomn/(types|net_interface)\.h' include/vlrcomn/network_util.h
 exit "$bad"
