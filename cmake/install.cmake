@@ -1,5 +1,5 @@
 # What `cmake --install` lays down: the library in both forms, the headers, vlrprops, a package config
-# for find_package(vlrcomn) and a pkg-config file.
+# for find_package(vlrcomn), a pkg-config file, the man pages and the gdb printers.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS vlrcomn vlrcomn_static EXPORT vlrcomnTargets
@@ -9,6 +9,10 @@ if(TARGET vlrprops)
     install(TARGETS vlrprops RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vlrcomn DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+file(GLOB pages ${PROJECT_SOURCE_DIR}/docs/man/*.3)
+install(FILES ${PROJECT_SOURCE_DIR}/docs/man/vlrprops.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
+install(FILES ${PROJECT_SOURCE_DIR}/tools/gdb/vlrcomn_gdb.py DESTINATION ${CMAKE_INSTALL_DATADIR}/vlrcomn)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/vlrcomn)
 install(EXPORT vlrcomnTargets NAMESPACE vlrcomn:: DESTINATION ${package_folder})
