@@ -1,37 +1,22 @@
 #!/usr/bin/env python3
-"""Turns the JSON results of the benchmarks into docs/benchmarks.md, on standard output.
+"""Turns the JSON results of the benchmarks into a document, on standard output.
 
-    bench_table.py RESULTS-FOLDER
+    bench_table.py RESULTS-FOLDER SETTINGS [PICTURE]
 
-A benchmark is named BM_workload/contender[/argument...]. Each workload becomes a table with one row for
-each set of arguments and one column for each contender: the median, and its ratio to the contender
-"limit" where there is one. What stands in bench/FAMILY/notes.md follows the family's tables.
+bench/workloads.toml gives the order, the titles and the ratios to reach; bench/FAMILY/notes.md the remarks: a
+section "## workload" of it follows that workload's table. With PICTURE, all ratios are drawn there.
 """
-import json
 import pathlib
 import platform
 import re
 import subprocess
 import sys
+import tempfile
 
-UNITS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
-NOISE = re.compile(r"^(real_time|process_time|manual_time|iterations:.*|repeats:.*|min_time:.*)$")
+import bench_chart
+from bench_results import Plan, read_documents, read_rows
 
-
-def medians(document):
-    """Yields (workload, arguments, contender, nanoseconds) of one result file."""
-    for run in document["benchmarks"]:
-        if run.get("error_occurred") or run.get("aggregate_name", "median") != "median":
-            continue
-        workload, contender, *rest = run["run_name"].removeprefix("BM_").split("/")
-        arguments = " ".join(part for part in rest if not NOISE.match(part))
-        time = run["real_time"] * UNITS[run["time_unit"]]
-        yield workload.replace("_", " "), arguments, contender, time
-
-
-def natural(text):
-    """Orders 16 before 256."""
-    return [int(part) if part.isdigit() else part for part in re.split(r"(\d+)", text)]
+NOISY = 0.2
 
 
 def shown(nanoseconds):
@@ -41,56 +26,209 @@ def shown(nanoseconds):
     return f"{nanoseconds:.3g} ns"
 
 
-def cell(times, contender):
-    if contender not in times:
-        return ""
-    text = shown(times[contender])
-    if "limit" in times and contender != "limit":
-        text += f" ({times[contender] / times['limit']:.2f})"
-    return text
+def span(values):
+    """0.30–0.72 of several, 0.30 of one."""
+    texts = [f"{value:.2f}" if value < 10 else f"{value:.0f}" for value in (min(values), max(values))]
+    return texts[0] if texts[0] == texts[1] else "–".join(texts)
 
 
-def tables(document):
-    workloads = {}
-    for workload, arguments, contender, time in medians(document):
-        workloads.setdefault(workload, {}).setdefault(arguments, {})[contender] = time
-    for workload, rows in sorted(workloads.items()):
-        contenders = sorted({c for times in rows.values() for c in times},
-                            key=lambda c: (c != "ours", c != "limit", c))
-        print(f"\n### {workload}\n")
-        print("| | " + " | ".join(c.replace("_", " ") for c in contenders) + " |")
-        print("|---|" + "---:|" * len(contenders))
-        for arguments, times in sorted(rows.items(), key=lambda row: natural(row[0])):
-            print(f"| {arguments} | " + " | ".join(cell(times, c) for c in contenders) + " |")
+def line(cells):
+    print("| " + " | ".join(cells) + " |")
+
+
+def mark(goals):
+    return "" if not goals else "yes" if all(goal.reached for goal in goals) else "**no**"
+
+
+def faster_peer(row):
+    """The best peer where it is faster than ours, "" where none is; None where there is no comparison."""
+    if not row.peers() or "ours" not in row.times:
+        return None
+    best = row.peers()[0]
+    return best if row.ratio("ours", best) > 1 else ""
+
+
+class Document:
+    def __init__(self, plan, notes):
+        self.plan = plan
+        self.notes = notes
+
+    def goal_text(self, goal):
+        if goal.to == "limit":
+            return f"≤ {goal.limit:g}"
+        of = self.plan.argument(goal.to) if ":" in goal.to else self.plan.contender(goal.to)
+        return f"≤ {goal.limit:g} of {of}"
+
+    def summary(self):
+        line(["workload", "limit", "ours to the limit", "to reach", "reached", "ours to the best peer"])
+        line(["---", "---", "---:", "---", "---", "---:"])
+        for group, rows in self.plan.groups():
+            goals = [goal for row in rows for goal in self.plan.goals(row)]
+            bounded = [row.ratio("ours") for row in rows if {"ours", "limit"} <= row.times.keys()]
+            beside = [row.ratio("ours", row.peers()[0]) for row in rows
+                      if row.peers() and "ours" in row.times]
+            line([group["title"], group["limit"], span(bounded) if bounded else "",
+                  "; ".join(dict.fromkeys(self.goal_text(goal) for goal in goals)), mark(goals),
+                  span(beside) if beside else ""])
+
+    def leads(self):
+        """What a reader wants to know first, out of this run's figures."""
+        compared = [row for _, rows in self.plan.groups() for row in rows if faster_peer(row) is not None]
+        behind = [row for row in compared if faster_peer(row)]
+        print(f"**We lead** in {len(compared) - len(behind)} of {len(compared)} comparisons with the best peer.")
+        self.reasons("A peer is faster", lambda row: [
+            f"{self.plan.contender(peer)} ({row.ratio('ours', peer):.2f})" for peer in [faster_peer(row)] if peer])
+        self.reasons("A ratio is missed", lambda row: [
+            f"{goal.ratio:.2f} instead of {self.goal_text(goal)}"
+            for goal in self.plan.goals(row) if not goal.reached])
+
+    def reasons(self, heading, cases_of):
+        """A list of groups with what cases_of(row) says of their rows, and why; nothing without any."""
+        items = []
+        for group, rows in self.plan.groups():
+            cases = [f"{row.title + ': ' if row.title else ''}{'; '.join(cases_of(row))}"
+                     for row in rows if cases_of(row)]
+            if cases:
+                items.append(f"- **{group['title']}**: {'; '.join(cases)}. {group.get('why', '')}".rstrip())
+        if items:
+            print(f"\n{heading}, with the ratio of ours, and why:\n\n" + "\n".join(items))
+
+    def table(self, rows):
+        contenders = []
+        for row in rows:
+            contenders += [name for name in row.contenders() if name not in contenders]
+        limited = any("limit" in row.times for row in rows)
+        goals = {id(row): list(self.plan.goals(row)) for row in rows}
+        with_goals = any(goals.values())
+        line([""] + [self.plan.contender(name) for name in contenders]
+             + (["to reach", "reached"] if with_goals else []))
+        line(["---"] + ["---:"] * len(contenders) + (["---", "---"] if with_goals else []))
+        for row in rows:
+            cells = [row.title]
+            for name in contenders:
+                cells.append(self.cell(row, name, limited))
+            if with_goals:
+                texts = [self.goal_text(goal) + ("" if goal.to == "limit" else f" ({goal.ratio:.2f})")
+                         for goal in goals[id(row)]]
+                cells += ["; ".join(texts), mark(goals[id(row)])]
+            line(cells)
+
+    def cell(self, row, name, limited):
+        if name not in row.times:
+            return ""
+        text = shown(row.times[name])
+        if limited and name != "limit" and "limit" in row.times:
+            text += f" ({row.ratio(name):.2f})"
+        return text + (" ~" if row.spreads.get(name, 0) > NOISY else "")
+
+    def remarks(self, rows):
+        for name in dict.fromkeys(row.workload for row in rows):
+            if name in self.notes:
+                print("\n" + self.notes[name])
+
+    def groups(self):
+        for group, rows in self.plan.groups():
+            print(f"\n## {group['title']}\n\nLimit: {group['limit']}.\n")
+            # A table of its own for each set of contenders keeps the tables narrow.
+            tables = {}
+            for row in rows:
+                tables.setdefault(tuple(sorted(row.times)), []).append(row)
+            for index, part in enumerate(tables.values()):
+                if index:
+                    print()
+                self.table(part)
+            self.remarks(rows)
+
+    def others(self):
+        if self.plan.others:
+            print("\n## Other workloads\n\nNo ratio is set for these.")
+        for name in self.plan.others:
+            print()
+            self.table(self.plan.rows[name])
+            self.remarks(self.plan.rows[name])
+
+
+def read_notes():
+    """workload -> its remarks."""
+    notes = {}
+    for path in sorted(pathlib.Path("bench").glob("*/notes.md")):
+        parts = re.split(r"^## (.*)\n", path.read_text(), flags=re.MULTILINE)
+        notes.update((name.strip(), text.strip()) for name, text in zip(parts[1::2], parts[2::2]))
+    return notes
+
+
+def output_of(*command):
+    done = subprocess.run(command, capture_output=True, text=True, check=False)
+    return done.stdout.strip()
 
 
 def processor():
-    for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines():
-        if line.startswith("model name"):
-            return line.split(":", 1)[1].strip()
+    for text in pathlib.Path("/proc/cpuinfo").read_text().splitlines():
+        if text.startswith("model name"):
+            return text.split(":", 1)[1].strip()
     return platform.machine()
 
 
-def main():
-    results = sorted(pathlib.Path(sys.argv[1]).glob("bench_*.json"))
-    documents = {path.stem.removeprefix("bench_"): json.loads(path.read_text()) for path in results}
+def peer_versions():
+    listed = pathlib.Path("scripts/packages/bench.txt").read_text().splitlines()
+    packages = [text for text in listed if text and not text.startswith("#")]
+    versions = output_of("dpkg-query", "-W", "-f", "${Package} ${Version}\n", *packages)
+    return ", ".join(versions.splitlines())
+
+
+def build_type():
+    cache = pathlib.Path("build/bench/CMakeCache.txt")
+    found = re.search(r"^CMAKE_BUILD_TYPE:\w+=(.*)$", cache.read_text(), re.MULTILINE)
+    return found.group(1) if found else "unknown"
+
+
+def circumstances(documents, settings):
     context = next(iter(documents.values()))["context"]
-    compiler = subprocess.run(["c++", "--version"], capture_output=True, text=True).stdout.split("\n")[0]
+    load = context["load_avg"][0] if context["load_avg"] else 0
+    unoptimised = [name for name, document in documents.items()
+                   if document["context"].get("optimised") != "yes"]
+    if unoptimised:
+        print(f"> **Warning: {', '.join(unoptimised)} not optimised. These figures say nothing.**\n")
+    if load > context["num_cpus"] / 2:
+        print(f"> **Warning: the machine was busy (load {load:.1f} at the start). Measure again.**\n")
+    compiler = output_of("c++", "--version").split("\n")[0]
+    folder = output_of("df", "--output=fstype", tempfile.gettempdir()).split("\n")[-1]
+    return [
+        f"Machine: {context['num_cpus']} × {processor()}, {platform.system()} {platform.release()}; "
+        f"load {load:.2f} at the start; files on {folder}.",
+        f"Build: {compiler}, build type {build_type()}, C library {' '.join(platform.libc_ver())}.",
+        f"Settings: {settings}; a second thread is parked in every program, since the C library takes "
+        "cheaper locks where there is only one.",
+        f"Peers, as Debian packages: {peer_versions()}.",
+    ] + (["Google Benchmark calls its own library, Debian's package, a debug build. That slows only "
+          "what it does between two measurements; the timed code is ours, built as said above."]
+         if context.get("library_build_type") == "debug" else [])
+
+
+def main():
+    results, settings, *picture = sys.argv[1:]
+    documents = read_documents(results)
+    plan = Plan(read_rows(documents.values()))
+    document = Document(plan, read_notes())
     print("# Benchmarks\n")
-    print("Written by `scripts/bench`. Each figure is the median of several repetitions, interleaved at")
-    print("random within one run of one program; in parentheses, the ratio to the limit: the bare calls that")
-    print("the contract cannot do without. Compare ratios, not times.\n")
-    print(f"- Machine: {context['num_cpus']} × {processor()}, {platform.system()} {platform.release()}")
-    print(f"- Compiler: {compiler}; build type Release; C library {' '.join(platform.libc_ver())}")
-    print(f"- Load average at the start: {', '.join(f'{load:.2f}' for load in context['load_avg'])}")
-    if context.get("library_build_type") == "debug":
-        print("- Google Benchmark itself is Debian's build, which calls itself a debug build; the timed code is not.")
-    for family, document in documents.items():
-        print(f"\n## {family}")
-        tables(document)
-        notes = pathlib.Path("bench") / family / "notes.md"
-        if notes.exists():
-            print("\n" + notes.read_text().strip())
+    print("Written by `scripts/bench`, which runs everything on one machine in one run. The limit is the bare\n"
+          "calls that the contract cannot do without; a ratio to it stands in parentheses behind a time.\n"
+          "Compare ratios, not times.\n")
+    facts = circumstances(documents, settings)
+    if picture:
+        bench_chart.draw(plan, pathlib.Path(picture[0]))
+        print(f"![All ratios to the limit]({pathlib.Path(picture[0]).name})\n")
+    document.summary()
+    print()
+    document.leads()
+    print("\n## Circumstances\n")
+    for fact in facts:
+        print(f"- {fact}")
+    print("- A time is the median of the repetitions: processor time of the measuring thread, or wall clock\n"
+          "  time where threads, processes or files are waited for. With two threads it is the time that each\n"
+          f"  needs. \"~\" marks a spread above {NOISY:.0%} (standard deviation to mean).")
+    document.groups()
+    document.others()
 
 
 if __name__ == "__main__":

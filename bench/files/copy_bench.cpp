@@ -1,15 +1,21 @@
 // Copies of 1 KiB, 1 MiB and 256 MiB to a new name. The copy is removed outside the measured time.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include "bench_folder.h"
+#include "support/bench_folder.h"
+#include "support/child.h"
+#include "support/registering.h"
 #include "vlrcomn/file_system.h"
 
-extern char** environ;
+#ifdef WITH_APR
+#include <apr_file_io.h>
+#include "apr_memory.h"
+#endif
+#ifdef WITH_POCO
+#include <Poco/File.h>
+#endif
 
 namespace {
 
@@ -40,13 +46,23 @@ bool with_filesystem(const std::string& from, const std::string& to) {
 }
 
 bool with_cp(const std::string& from, const std::string& to) {
-    const char* const arguments[] = {"cp", from.c_str(), to.c_str(), nullptr};
-    pid_t child = 0;
-    int status = -1;
-    return posix_spawnp(&child, "cp", nullptr, nullptr, const_cast<char**>(arguments), environ) ==
-               0 &&
-           waitpid(child, &status, 0) == child && status == 0;
+    return run_program({"cp", from, to}) == 0;
 }
+
+#ifdef WITH_APR
+bool with_apr(const std::string& from, const std::string& to) {
+    const AprMemory memory;
+    return apr_file_copy(from.c_str(), to.c_str(), APR_FPROT_FILE_SOURCE_PERMS, memory.get()) ==
+           APR_SUCCESS;
+}
+#endif
+
+#ifdef WITH_POCO
+bool with_poco(const std::string& from, const std::string& to) {
+    Poco::File(from).copyTo(to);
+    return true;
+}
+#endif
 
 template <bool copy(const std::string&, const std::string&)>
 void run(benchmark::State& state, size_t size) {
@@ -64,21 +80,27 @@ void run(benchmark::State& state, size_t size) {
     }
 }
 
-void add(const std::string& workload, size_t size) {
-    const auto add_one = [&](const char* contender, auto function) {
-        benchmark::RegisterBenchmark((workload + contender).c_str(), function, size)->UseRealTime();
+void add_size(const std::string& workload, size_t size) {
+    const auto add_one = [&](const char* contender, auto run_one) {
+        add_contender(workload, contender, run_one, size)->UseRealTime();
     };
-    add_one("/ours", run<ours>);
-    add_one("/limit", run<limit>);
-    add_one("/filesystem", run<with_filesystem>);
-    add_one("/cp", run<with_cp>);
+    add_one("ours", run<ours>);
+    add_one("limit", run<limit>);
+    add_one("filesystem", run<with_filesystem>);
+    add_one("cp", run<with_cp>);
+#ifdef WITH_APR
+    add_one("apr", run<with_apr>);
+#endif
+#ifdef WITH_POCO
+    add_one("poco", run<with_poco>);
+#endif
 }
 
-const bool registered = [] {
-    add("BM_copy_1KiB", size_t{1} << 10);
-    add("BM_copy_1MiB", size_t{1} << 20);
-    add("BM_copy_256MiB", size_t{1} << 28);
-    return true;
-}();
+void add() {
+    add_size("copy_1KiB", size_t{1} << 10);
+    add_size("copy_1MiB", size_t{1} << 20);
+    add_size("copy_256MiB", size_t{1} << 28);
+}
+REGISTER_BENCHMARKS(add);
 
 }  // namespace

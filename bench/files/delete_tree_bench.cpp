@@ -2,18 +2,14 @@
 #include <benchmark/benchmark.h>
 #include <dirent.h>
 #include <fcntl.h>
-#include <spawn.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <cstring>
 
-#include "bench_folder.h"
+#include "support/bench_folder.h"
+#include "support/child.h"
+#include "support/registering.h"
 #include "vlrcomn/file_system.h"
-
-extern char** environ;
 
 namespace {
 
@@ -26,10 +22,7 @@ void with_filesystem(const std::string& tree) {
 }
 
 void with_rm(const std::string& tree) {
-    const char* const arguments[] = {"rm", "-rf", tree.c_str(), nullptr};
-    pid_t child = 0;
-    posix_spawnp(&child, "rm", nullptr, nullptr, const_cast<char**>(arguments), environ);
-    waitpid(child, nullptr, 0);
+    run_program({"rm", "-rf", tree});
 }
 
 // Nothing but the calls that this very tree needs.
@@ -49,6 +42,7 @@ void limit_in(int parent, const char* name, bool has_folders) {
     closedir(stream);
     unlinkat(parent, name, AT_REMOVEDIR);
 }
+
 void limit(const std::string& tree) {
     limit_in(AT_FDCWD, tree.c_str(), true);
 }
@@ -62,7 +56,7 @@ void run(benchmark::State& state) {
             const std::string sub = "tree/folder" + std::to_string(i) + "/";
             std::filesystem::create_directories(folder / sub);
             for (int j = 0; j < 100; ++j) {
-                folder.write(sub + "file" + std::to_string(j), 1);
+                folder.write(sub + "file" + std::to_string(j), 0);
             }
         }
         const auto start = std::chrono::steady_clock::now();
@@ -76,15 +70,18 @@ void run(benchmark::State& state) {
     }
 }
 
-#define DELETE_BENCHMARK(contender, name) \
-    BENCHMARK(run<contender>)             \
-        ->Name("BM_delete_tree/" name)    \
-        ->UseManualTime()                 \
-        ->Unit(benchmark::kMillisecond)
+void add_one(const char* contender, void (*run_one)(benchmark::State&)) {
+    add_contender("delete_tree", contender, run_one)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+}
 
-DELETE_BENCHMARK(ours, "ours");
-DELETE_BENCHMARK(limit, "limit");
-DELETE_BENCHMARK(with_filesystem, "filesystem");
-DELETE_BENCHMARK(with_rm, "rm");
+void add() {
+    add_one("ours", run<ours>);
+    add_one("limit", run<limit>);
+    add_one("filesystem", run<with_filesystem>);
+    add_one("rm", run<with_rm>);
+}
+REGISTER_BENCHMARKS(add);
 
 }  // namespace

@@ -2,51 +2,113 @@
 #include <benchmark/benchmark.h>
 #include <dlfcn.h>
 
+#include "support/registering.h"
 #include "vlrcomn/dynamic_library.h"
+
+#ifdef WITH_APR
+#include <apr_dso.h>
+#include "apr_memory.h"
+#endif
+#ifdef WITH_GMODULE
+#include <gmodule.h>
+#endif
+#ifdef WITH_WINPR
+#include <winpr/library.h>
+#endif
 
 namespace {
 
-// Keeps the library loaded through a benchmark.
-class Loaded {
-public:
-    Loaded() : module_(oruLoadLibrary(LOADED_LIBRARY, nullptr)) {}
-    ~Loaded() { oruFreeLibrary(module_); }
-    Loaded(const Loaded&) = delete;
-    Loaded& operator=(const Loaded&) = delete;
-    void* get() const { return module_; }
-
-private:
-    void* module_;
+struct Ours {
+    static constexpr const char* name = "ours";
+    void* module = oruLoadLibrary(LOADED_LIBRARY, nullptr);
+    ~Ours() { oruFreeLibrary(module); }
+    void* symbol() { return oruGetProcAddress(module, "answer", nullptr); }
 };
 
-void symbol_ours(benchmark::State& state) {
-    const Loaded library;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(oruGetProcAddress(library.get(), "answer", nullptr));
-    }
-}
-void symbol_limit(benchmark::State& state) {
-    const Loaded library;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(dlsym(library.get(), "answer"));
-    }
-}
-BENCHMARK(symbol_ours)->Name("BM_symbol/ours");
-BENCHMARK(symbol_limit)->Name("BM_symbol/limit");
+struct Bare {
+    static constexpr const char* name = "limit";
+    void* module = dlopen(LOADED_LIBRARY, RTLD_LAZY);
+    ~Bare() { dlclose(module); }
+    void* symbol() { return dlsym(module, "answer"); }
+};
 
-void reload_ours(benchmark::State& state) {
-    const Loaded library;
+#ifdef WITH_APR
+struct Apr {
+    static constexpr const char* name = "apr";
+    AprMemory memory;
+    apr_dso_handle_t* module = nullptr;
+    Apr() { apr_dso_load(&module, LOADED_LIBRARY, memory.get()); }
+    ~Apr() { apr_dso_unload(module); }
+    void* symbol() {
+        apr_dso_handle_sym_t found = nullptr;
+        apr_dso_sym(&found, module, "answer");
+        return found;
+    }
+};
+#endif
+
+#ifdef WITH_GMODULE
+struct Glib {
+    static constexpr const char* name = "gmodule";
+    GModule* module = g_module_open(LOADED_LIBRARY, G_MODULE_BIND_LAZY);
+    ~Glib() { g_module_close(module); }
+    void* symbol() {
+        gpointer found = nullptr;
+        g_module_symbol(module, "answer", &found);
+        return found;
+    }
+};
+#endif
+
+#ifdef WITH_WINPR
+struct Winpr {
+    static constexpr const char* name = "winpr";
+    HMODULE module = LoadLibraryA(LOADED_LIBRARY);
+    ~Winpr() { FreeLibrary(module); }
+    void* symbol() { return reinterpret_cast<void*>(GetProcAddress(module, "answer")); }
+};
+#endif
+
+template <typename Library>
+void symbol(benchmark::State& state) {
+    Library library;
+    if (library.symbol() == nullptr) {
+        state.SkipWithError("no such symbol");
+        return;
+    }
     for (auto _ : state) {
-        oruFreeLibrary(oruLoadLibrary(LOADED_LIBRARY, nullptr));
+        benchmark::DoNotOptimize(library.symbol());
     }
 }
-void reload_limit(benchmark::State& state) {
-    const Loaded library;
+
+template <typename Library>
+void reload(benchmark::State& state) {
+    const Library keeps_it_loaded;
     for (auto _ : state) {
-        dlclose(dlopen(LOADED_LIBRARY, RTLD_LAZY));
+        const Library library;
+        benchmark::DoNotOptimize(library.module);
     }
 }
-BENCHMARK(reload_ours)->Name("BM_load_free_loaded/ours");
-BENCHMARK(reload_limit)->Name("BM_load_free_loaded/limit");
+
+template <typename Library>
+void add_library() {
+    add_contender("symbol", Library::name, symbol<Library>);
+    add_contender("load_free_loaded", Library::name, reload<Library>);
+}
+
+void add() {
+    add_library<Ours>();
+    add_library<Bare>();
+#ifdef WITH_APR
+    add_library<Apr>();
+#endif
+#ifdef WITH_GMODULE
+    add_library<Glib>();
+#endif
+#ifdef WITH_WINPR
+    add_library<Winpr>();
+#endif
+}
+REGISTER_BENCHMARKS(add);
 
 }  // namespace

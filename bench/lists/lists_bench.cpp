@@ -6,6 +6,7 @@
 #include <list>
 #include <mutex>
 
+#include "registry.h"
 #include "vlrcomn/locked_list.h"
 
 namespace {
@@ -13,36 +14,26 @@ namespace {
 class OurStack {
 public:
     using Item = orLLItem;
-    OurStack() {
-        orSO_ThreadAttach();
-        orSLL_Create(&list_);
-    }
-    ~OurStack() {
-        orSLL_Release(list_);
-        orSO_ThreadDetach();
-    }
+    OurStack() { orSLL_Create(&list_); }
+    ~OurStack() { orSLL_Release(list_); }
     void push(Item* item) { orSLL_XInsertHead(list_, item); }
     Item* pop() { return orSLL_XRemoveHead(list_); }
 
 private:
+    AttachedThread thread_;
     orSLL* list_ = nullptr;
 };
 
 class OurDeque {
 public:
     using Item = orLL2Node;
-    OurDeque() {
-        orSO_ThreadAttach();
-        orSLL2_Create(&list_);
-    }
-    ~OurDeque() {
-        orSLL2_Release(list_);
-        orSO_ThreadDetach();
-    }
+    OurDeque() { orSLL2_Create(&list_); }
+    ~OurDeque() { orSLL2_Release(list_); }
     void push(Item* item) { orSLL2_XInsertTail(list_, item); }
     Item* pop() { return orSLL2_XRemoveHead(list_); }
 
 private:
+    AttachedThread thread_;
     orSLL2* list_ = nullptr;
 };
 

@@ -5,27 +5,23 @@
 #include <shared_mutex>
 #include <string>
 
-#if defined(WITH_SYNCHRONIZATION)
-#include <absl/synchronization/mutex.h>
-#endif
-#if defined(WITH_THREAD)
-#include <boost/thread/shared_mutex.hpp>
-#endif
-
+#include "registry.h"
+#include "support/registering.h"
+#include "sync/monitors.h"
 #include "vlrcomn/se_lock.h"
+
+#ifdef WITH_NSPR
+#include <prrwlock.h>
+#endif
 
 namespace {
 
 // What a thread needs before it uses a contender.
 struct NoRegistry {};
-struct Attached {
-    Attached() { orSO_ThreadAttach(); }
-    ~Attached() { orSO_ThreadDetach(); }
-};
 
 struct Ours {
     static constexpr const char* name = "ours";
-    using Thread = Attached;
+    using Thread = AttachedThread;
     Ours() { orSO_SELockCreate(&lock_); }
     ~Ours() { orSO_Release(lock_); }
     void lock() { orSO_SELockExclusive(lock_, 1); }
@@ -75,20 +71,20 @@ private:
 };
 
 struct StdSharedMutex : std::shared_mutex {
-    static constexpr const char* name = "std_shared_mutex";
+    static constexpr const char* name = "std";
     using Thread = NoRegistry;
 };
 
-#if defined(WITH_THREAD)
+#ifdef WITH_BOOST
 struct BoostSharedMutex : boost::shared_mutex {
-    static constexpr const char* name = "boost_shared_mutex";
+    static constexpr const char* name = "boost";
     using Thread = NoRegistry;
 };
 #endif
 
-#if defined(WITH_SYNCHRONIZATION)
+#ifdef WITH_ABSEIL
 struct AbslMutex {
-    static constexpr const char* name = "absl_mutex";
+    static constexpr const char* name = "abseil";
     using Thread = NoRegistry;
     void lock() { mutex_.Lock(); }
     void unlock() { mutex_.Unlock(); }
@@ -97,6 +93,37 @@ struct AbslMutex {
 
 private:
     absl::Mutex mutex_;
+};
+#endif
+
+#ifdef WITH_GLIB
+struct GlibRwLock {
+    static constexpr const char* name = "glib";
+    using Thread = NoRegistry;
+    GlibRwLock() { g_rw_lock_init(&lock_); }
+    ~GlibRwLock() { g_rw_lock_clear(&lock_); }
+    void lock() { g_rw_lock_writer_lock(&lock_); }
+    void unlock() { g_rw_lock_writer_unlock(&lock_); }
+    void lock_shared() { g_rw_lock_reader_lock(&lock_); }
+    void unlock_shared() { g_rw_lock_reader_unlock(&lock_); }
+
+private:
+    GRWLock lock_;
+};
+#endif
+
+#ifdef WITH_NSPR
+struct NsprRwLock {
+    static constexpr const char* name = "nspr";
+    using Thread = NoRegistry;
+    ~NsprRwLock() { PR_DestroyRWLock(lock_); }
+    void lock() { PR_RWLock_Wlock(lock_); }
+    void unlock() { PR_RWLock_Unlock(lock_); }
+    void lock_shared() { PR_RWLock_Rlock(lock_); }
+    void unlock_shared() { PR_RWLock_Unlock(lock_); }
+
+private:
+    PRRWLock* lock_ = PR_NewRWLock(PR_RWLOCK_RANK_NONE, "bench");
 };
 #endif
 
@@ -125,9 +152,9 @@ void shared_pair(benchmark::State& state) {
 // Nine times in ten shared; a few words are read, or written, inside.
 template <typename Contender>
 void mostly_shared(benchmark::State& state) {
+    [[maybe_unused]] const typename Contender::Thread thread;
     static Contender lock;
     static int words[8];
-    [[maybe_unused]] const typename Contender::Thread thread;
     int turn = state.thread_index();
     for (auto _ : state) {
         if (++turn % 10 == 0) {
@@ -147,36 +174,37 @@ void mostly_shared(benchmark::State& state) {
 }
 
 template <typename Contender>
-void register_lock() {
-    using benchmark::RegisterBenchmark;
-    const auto named = [](const char* workload) {
-        return std::string("BM_lock_") + workload + "/" + Contender::name;
+void add_lock() {
+    const auto named = [](const std::string& workload, auto run) {
+        return add_contender("lock_" + workload, Contender::name, run);
     };
-    RegisterBenchmark(named("exclusive_pair").c_str(), exclusive_pair<Contender>);
-    RegisterBenchmark(named("shared_pair").c_str(), shared_pair<Contender>);
+    named("exclusive_pair", exclusive_pair<Contender>);
+    named("shared_pair", shared_pair<Contender>);
     // Two threads that share nothing but the process-wide mutex of the exchanges.
-    RegisterBenchmark(named("exclusive_pair_each_its_own").c_str(), exclusive_pair<Contender>)
-        ->Threads(2)
-        ->UseRealTime();
-    if (std::string(Contender::name) != "limit") {
-        RegisterBenchmark(named("one_for_two_90_percent_shared").c_str(), mostly_shared<Contender>)
-            ->Threads(2)
-            ->UseRealTime();
+    named("each_its_own", exclusive_pair<Contender>)->Threads(2)->UseRealTime();
+    if (Contender::name != Limit::name) {
+        named("90_percent_shared", mostly_shared<Contender>)->Threads(2)->UseRealTime();
     }
 }
 
-const bool registered = [] {
-    register_lock<Ours>();
-    register_lock<Limit>();
-    register_lock<PthreadRwlock>();
-    register_lock<StdSharedMutex>();
-#if defined(WITH_THREAD)
-    register_lock<BoostSharedMutex>();
+void add() {
+    add_lock<Ours>();
+    add_lock<Limit>();
+    add_lock<PthreadRwlock>();
+    add_lock<StdSharedMutex>();
+#ifdef WITH_BOOST
+    add_lock<BoostSharedMutex>();
 #endif
-#if defined(WITH_SYNCHRONIZATION)
-    register_lock<AbslMutex>();
+#ifdef WITH_ABSEIL
+    add_lock<AbslMutex>();
 #endif
-    return true;
-}();
+#ifdef WITH_GLIB
+    add_lock<GlibRwLock>();
+#endif
+#ifdef WITH_NSPR
+    add_lock<NsprRwLock>();
+#endif
+}
+REGISTER_BENCHMARKS(add);
 
 }  // namespace

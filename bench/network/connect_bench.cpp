@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "support/registering.h"
 #include "vlrcomn/network_util.h"
 
 namespace {
@@ -111,10 +112,13 @@ void local_bare(benchmark::State& state) {
     }
 }
 
-// A modest number of connections: a client that closes first keeps its port for a minute.
-BENCHMARK(connect_ours)->Name("BM_connect/ours");
-BENCHMARK(connect_bare)->Name("BM_connect/limit");
-BENCHMARK(local_ours)->Name("BM_local_address/ours")->Iterations(300);
-BENCHMARK(local_bare)->Name("BM_local_address/limit")->Iterations(300);
+void add() {
+    add_contender("connect", "ours", connect_ours);
+    add_contender("connect", "limit", connect_bare);
+    // A modest number of connections: a client that closes first keeps its port for a minute.
+    add_contender("local_address", "ours", local_ours)->Iterations(300);
+    add_contender("local_address", "limit", local_bare)->Iterations(300);
+}
+REGISTER_BENCHMARKS(add);
 
 }  // namespace

@@ -1,7 +1,7 @@
 // Filling the table of interfaces against the system call sequence that no enumeration can do without.
 //
 // The networks are made here: as many interfaces as the name says, each with one IPv4 address, or one
-// interface with 400 addresses, half of them IPv6. "machine" is the network of whoever runs this.
+// interface with as many addresses, half of them IPv6. "machine" is the network of whoever runs this.
 #include <benchmark/benchmark.h>
 #include <ifaddrs.h>
 
@@ -10,7 +10,15 @@
 #include <string>
 
 #include "network/network_namespace.h"
+#include "support/registering.h"
 #include "vlrcomn/net_interface.h"
+
+#ifdef WITH_LIBUV
+#include <uv.h>
+#endif
+#ifdef WITH_POCO
+#include <Poco/Net/NetworkInterface.h>
+#endif
 
 namespace {
 
@@ -89,20 +97,53 @@ void snapshot(benchmark::State& state, const std::string& commands) {
     }
 }
 
-[[maybe_unused]] const int registered = [] {
-    const std::map<std::string, std::string> workloads = {
-        {"machine", ""},
-        {"001_interface", interfaces(1)},
-        {"050_interfaces", interfaces(50)},
-        {"200_interfaces", interfaces(200)},
-        {"400_addresses", addresses(400)},
-    };
-    for (const auto& [name, commands] : workloads) {
-        const std::string prefix = "BM_enumeration";
-        benchmark::RegisterBenchmark((prefix + "/ours/" + name).c_str(), fill, commands);
-        benchmark::RegisterBenchmark((prefix + "/limit/" + name).c_str(), snapshot, commands);
+#ifdef WITH_LIBUV
+// Leaves out what is down or has no address.
+void with_libuv(benchmark::State& state, const std::string& commands) {
+    const Inside inside(state, commands);
+    for (auto _ : state) {
+        uv_interface_address_t* list = nullptr;
+        int count = 0;
+        benchmark::DoNotOptimize(uv_interface_addresses(&list, &count));
+        uv_free_interface_addresses(list, count);
     }
-    return 0;
-}();
+}
+#endif
+
+#ifdef WITH_POCO
+void with_poco(benchmark::State& state, const std::string& commands) {
+    const Inside inside(state, commands);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Poco::Net::NetworkInterface::list(false, false));
+    }
+}
+#endif
+
+void add() {
+    const std::pair<const char*, std::string> networks[] = {
+        {"machine", ""},
+        {"addresses:50", addresses(50)},
+        {"addresses:100", addresses(100)},
+        {"addresses:200", addresses(200)},
+        {"addresses:400", addresses(400)},
+        {"interfaces:50", interfaces(50)},
+        {"interfaces:200", interfaces(200)},
+    };
+    for (const auto& [name, commands] : networks) {
+        const auto add_one = [&, network = name, made = commands](const std::string& contender,
+                                                                  auto run) {
+            add_contender("enumeration", contender + "/" + network, run, made);
+        };
+        add_one("ours", fill);
+        add_one("limit", snapshot);
+#ifdef WITH_LIBUV
+        add_one("libuv", with_libuv);
+#endif
+#ifdef WITH_POCO
+        add_one("poco", with_poco);
+#endif
+    }
+}
+REGISTER_BENCHMARKS(add);
 
 }  // namespace

@@ -2,9 +2,15 @@
 #include <arpa/inet.h>
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
 #include <string>
 
+#include "support/registering.h"
 #include "vlrcomn/ipv6_text.h"
+
+#ifdef WITH_POCO
+#include <Poco/Net/IPAddress.h>
+#endif
 
 namespace {
 
@@ -43,6 +49,32 @@ void parse(benchmark::State& state) {
     }
 }
 
+// The expansion as one would write it with the C library alone.
+void parse_and_print(benchmark::State& state) {
+    const std::string& text = texts[state.range(0)];
+    for (auto _ : state) {
+        in6_addr address;
+        inet_pton(AF_INET6, text.c_str(), &address);
+        const auto group = [&](int i) {
+            return static_cast<unsigned>(address.s6_addr[2 * i] << 8 | address.s6_addr[2 * i + 1]);
+        };
+        char out[40];
+        std::snprintf(out, sizeof out, "%04x:%04x:%04x:%04x:%04x:%04x:%04x:%04x", group(0),
+                      group(1), group(2), group(3), group(4), group(5), group(6), group(7));
+        benchmark::DoNotOptimize(std::string(out));
+    }
+}
+
+#ifdef WITH_POCO
+// Reads the text and writes it again, in the short form: it has no long one.
+void with_poco(benchmark::State& state) {
+    const std::string& text = texts[state.range(0)];
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Poco::Net::IPAddress(text).toString());
+    }
+}
+#endif
+
 void subnet(benchmark::State& state) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(calculateSubNetAddrForV6("2001:db8:0:1:20d:93ff:fe12:3456",
@@ -57,10 +89,20 @@ void literal(benchmark::State& state) {
     }
 }
 
-BENCHMARK(expand)->Name("BM_expand_ipv6/ours")->DenseRange(0, 3);
-BENCHMARK(copy)->Name("BM_expand_ipv6/strings_alone")->DenseRange(0, 3);
-BENCHMARK(parse)->Name("BM_expand_ipv6/limit")->DenseRange(0, 3);
-BENCHMARK(subnet)->Name("BM_ipv6_subnet/ours");
-BENCHMARK(literal)->Name("BM_ipv6_literal_and_back/ours");
+void add() {
+    const auto add_expansion = [](const char* contender, void (*run)(benchmark::State&)) {
+        add_contender("expand_ipv6", contender, run)->ArgName("text")->DenseRange(0, 3);
+    };
+    add_expansion("ours", expand);
+    add_expansion("limit", parse);
+    add_expansion("limit_strings", copy);
+    add_expansion("inet_pton_snprintf", parse_and_print);
+#ifdef WITH_POCO
+    add_expansion("poco", with_poco);
+#endif
+    add_contender("ipv6_subnet", "ours", subnet);
+    add_contender("ipv6_literal_and_back", "ours", literal);
+}
+REGISTER_BENCHMARKS(add);
 
 }  // namespace

@@ -1,17 +1,21 @@
-// Threads and thread-local storage.
+// Threads, from the start of one to the moment when its starter knows that it has ended.
 #include <benchmark/benchmark.h>
 
 #include <atomic>
-#include <string>
 #include <thread>
 #include <utility>
 
-#include "contenders.h"
+#include "events.h"
+#include "support/registering.h"
+#include "vlrcomn/thread.h"
 
-namespace contenders {
+#ifdef WITH_WINPR
+#include <winpr/thread.h>
+#endif
+
 namespace {
 
-// From the start of a thread to the moment when its starter knows that it has ended.
+using namespace contenders;
 
 void start_ours(benchmark::State& state) {
     for (auto _ : state) {
@@ -72,93 +76,36 @@ void start_glib(benchmark::State& state) {
 }
 #endif
 
-// A thread's own value behind an index that is found at run time.
+#ifdef WITH_WINPR
+void start_winpr(benchmark::State& state) {
+    const auto end = [](LPVOID) -> DWORD { return 0; };
+    for (auto _ : state) {
+        const HANDLE thread = CreateThread(nullptr, 0, end, nullptr, 0, nullptr);
+        WaitForSingleObject(thread, 0xFFFFFFFFU);
+        CloseHandle(thread);
+    }
+}
+#endif
 
-struct OurLocal {
-    static constexpr const char* name = "ours";
-    uint32_t index = oruTlsAlloc();
-    ~OurLocal() { oruTlsFree(index); }
-    void* get() { return oruTlsGetValue(index); }
-    void set(void* value) { oruTlsSetValue(index, value); }
-};
+void add_start(const char* contender, void (*run)(benchmark::State&)) {
+    add_contender("thread_start_to_end", contender, run)->UseRealTime();
+}
 
-struct PosixLocal {
-    static constexpr const char* name = "limit";
-    pthread_key_t key{};
-    PosixLocal() { pthread_key_create(&key, nullptr); }
-    ~PosixLocal() { pthread_key_delete(key); }
-    void* get() { return pthread_getspecific(key); }
-    void set(void* value) { pthread_setspecific(key, value); }
-};
-
+void add() {
+    add_start("ours", start_ours);
+    add_start("limit", start_posix);
+    add_start("limit_same_steps", start_same_steps);
+    add_start("std", start<std::thread>);
 #ifdef WITH_GLIB
-struct GlibLocal {
-    static constexpr const char* name = "glib";
-    static GPrivate key;
-    void* get() { return g_private_get(&key); }
-    void set(void* value) { g_private_set(&key, value); }
-};
-GPrivate GlibLocal::key = G_PRIVATE_INIT(nullptr);
+    add_start("glib", start_glib);
 #endif
-
-#ifdef WITH_THREAD
-struct BoostLocal {
-    static constexpr const char* name = "boost";
-    boost::thread_specific_ptr<char> pointer{[](char*) {}};
-    void* get() { return pointer.get(); }
-    void set(void* value) { pointer.reset(static_cast<char*>(value)); }
-};
+#ifdef WITH_BOOST
+    add_start("boost", start<boost::thread>);
 #endif
-
-template <typename Local>
-void get(benchmark::State& state) {
-    Local local;
-    local.set(&state);
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(local);
-        benchmark::DoNotOptimize(local.get());
-    }
-    local.set(nullptr);
+#ifdef WITH_WINPR
+    add_start("winpr", start_winpr);
+#endif
 }
-
-template <typename Local>
-void set(benchmark::State& state) {
-    Local local;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(local);
-        local.set(&state);
-    }
-    local.set(nullptr);
-}
-
-template <typename Local>
-void register_local() {
-    benchmark::RegisterBenchmark((std::string("BM_tls_get/") + Local::name).c_str(), get<Local>);
-    benchmark::RegisterBenchmark((std::string("BM_tls_set/") + Local::name).c_str(), set<Local>);
-}
-
-void register_start(const char* contender, void (*run)(benchmark::State&)) {
-    const std::string name = std::string("BM_thread_start_to_end/") + contender;
-    benchmark::RegisterBenchmark(name.c_str(), run)->UseRealTime();
-}
+REGISTER_BENCHMARKS(add);
 
 }  // namespace
-
-void register_thread_benchmarks() {
-    register_start("ours", start_ours);
-    register_start("limit", start_posix);
-    register_start("limit_same_steps", start_same_steps);
-    register_start("std", start<std::thread>);
-    register_local<OurLocal>();
-    register_local<PosixLocal>();
-#ifdef WITH_GLIB
-    register_start("glib", start_glib);
-    register_local<GlibLocal>();
-#endif
-#ifdef WITH_THREAD
-    register_start("boost", start<boost::thread>);
-    register_local<BoostLocal>();
-#endif
-}
-
-}  // namespace contenders

@@ -3,45 +3,23 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <condition_variable>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
-#include <mutex>
-#include <thread>
 
+#include "support/registering.h"
 #include "vlrcomn/guid.h"
+
+#ifdef WITH_LIBUUID
+#include <uuid/uuid.h>
+#endif
+#ifdef WITH_POCO
+#include <Poco/UUIDGenerator.h>
+#endif
 
 namespace {
 
-// Keeps a second thread parked: the C library's mutexes are cheaper while a process has only one.
-class ParkedThread {
-public:
-    ParkedThread()
-        : thread_([this] {
-              std::unique_lock<std::mutex> lock(mutex_);
-              left_.wait(lock, [this] { return done_; });
-          }) {}
-    ~ParkedThread() {
-        {
-            const std::lock_guard<std::mutex> lock(mutex_);
-            done_ = true;
-        }
-        left_.notify_one();
-        thread_.join();
-    }
-    ParkedThread(const ParkedThread&) = delete;
-    ParkedThread& operator=(const ParkedThread&) = delete;
-
-private:
-    std::mutex mutex_;
-    std::condition_variable left_;
-    bool done_ = false;
-    std::thread thread_;
-};
-
 void make_ours(benchmark::State& state) {
-    const ParkedThread parked;
     GUID guid;
     for (auto _ : state) {
         oruCoCreateGuid(&guid);
@@ -131,10 +109,58 @@ void text_snprintf(benchmark::State& state) {
     }
 }
 
-BENCHMARK(make_ours)->Name("BM_guid_make/ours");
-BENCHMARK(make_limit)->Name("BM_guid_make/limit");
-BENCHMARK(text_ours)->Name("BM_guid_text/ours");
-BENCHMARK(text_hex_table)->Name("BM_guid_text/limit");
-BENCHMARK(text_snprintf)->Name("BM_guid_text/snprintf");
+#ifdef WITH_LIBUUID
+void make_libuuid(benchmark::State& state) {
+    uuid_t id;
+    for (auto _ : state) {
+        uuid_generate_time(id);
+        benchmark::DoNotOptimize(id);
+    }
+}
+
+void text_libuuid(benchmark::State& state) {
+    uuid_t id;
+    uuid_parse("1b4e28ba-2fa1-11d2-883f-0016d3cca427", id);
+    char text[ORU_GUID_TEXT_SIZE];
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(id);
+        uuid_unparse_lower(id, text);
+        benchmark::ClobberMemory();
+    }
+}
+#endif
+
+#ifdef WITH_POCO
+void make_poco(benchmark::State& state) {
+    Poco::UUIDGenerator& generator = Poco::UUIDGenerator::defaultGenerator();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(generator.create());
+    }
+}
+
+void text_poco(benchmark::State& state) {
+    const Poco::UUID id("1b4e28ba-2fa1-11d2-883f-0016d3cca427");
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(id.toString());
+    }
+}
+#endif
+
+void add() {
+    add_contender("guid_make", "ours", make_ours)->UseRealTime();
+    add_contender("guid_make", "limit", make_limit)->UseRealTime();
+    add_contender("guid_text", "ours", text_ours);
+    add_contender("guid_text", "limit", text_hex_table);
+    add_contender("guid_text", "snprintf", text_snprintf);
+#ifdef WITH_LIBUUID
+    add_contender("guid_make", "libuuid", make_libuuid)->UseRealTime();
+    add_contender("guid_text", "libuuid", text_libuuid);
+#endif
+#ifdef WITH_POCO
+    add_contender("guid_make", "poco", make_poco)->UseRealTime();
+    add_contender("guid_text", "poco", text_poco);
+#endif
+}
+REGISTER_BENCHMARKS(add);
 
 }  // namespace

@@ -1,16 +1,16 @@
-// Path resolution and the platform matcher against what a caller would use instead.
+// Path resolution against the system calls that it needs.
 #include <benchmark/benchmark.h>
-#include <fnmatch.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <climits>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
+#include <vector>
 
-#include "vlrcomn/agent_identity.h"
+#include "support/bench_folder.h"
+#include "support/registering.h"
 #include "vlrcomn/path_resolution.h"
 
 namespace {
@@ -21,15 +21,12 @@ namespace fs = std::filesystem;
 class Links {
 public:
     Links() {
-        std::string pattern = fs::temp_directory_path().string() + "/linksXXXXXX";
-        root_ = mkdtemp(pattern.data());
         fs::create_directory(root_ / "folder");
-        std::ofstream(root_ / "folder/file") << "x";
+        root_.write("folder/file", 1);
         fs::create_symlink(root_ / "folder/file", root_ / "folder/first");
         fs::create_symlink("folder/first", root_ / "second");
         fs::create_symlink("../second", root_ / "folder/third");
     }
-    ~Links() { fs::remove_all(root_); }
 
     std::string start() const { return root_ / "folder/third"; }
     // What resolution has to look at, in its order.
@@ -38,7 +35,7 @@ public:
     }
 
 private:
-    fs::path root_;
+    BenchFolder root_;
 };
 
 const Links& links() {
@@ -88,35 +85,13 @@ void resolve_canonical(benchmark::State& state) {
     }
 }
 
-BENCHMARK(resolve_ours)->Name("BM_path_resolve_three_links/ours");
-BENCHMARK(resolve_limit)->Name("BM_path_resolve_three_links/limit");
-BENCHMARK(resolve_realpath)->Name("BM_path_resolve_three_links/realpath");
-BENCHMARK(resolve_canonical)->Name("BM_path_resolve_three_links/std_filesystem");
-
-// The nearest thing at hand for "does one of these patterns name this text": the C library's
-// wildcard matcher over the same texts. It reads no numbers.
-constexpr const char platform[] = "MACX:10:4:11";
-constexpr const char platform_list[] = "WIN:5:0:0-6:1:7600|LNX:2:4|SOL:8-10|MAC:10:4:0-10:5:0";
-
-void platform_ours(benchmark::State& state) {
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(orumcomn_IsPlatformMatch(platform, platform_list));
-    }
+void add() {
+    const char* const workload = "path_resolve_three_links";
+    add_contender(workload, "ours", resolve_ours);
+    add_contender(workload, "limit", resolve_limit);
+    add_contender(workload, "realpath", resolve_realpath);
+    add_contender(workload, "filesystem", resolve_canonical);
 }
-
-void platform_fnmatch(benchmark::State& state) {
-    const std::string patterns[] = {"*WIN*:5:0:0-6:1:7600", "*LNX*:2:4", "*SOL*:8-10",
-                                    "*MAC*:10:4:*"};
-    for (auto _ : state) {
-        for (const std::string& one : patterns) {
-            benchmark::DoNotOptimize(fnmatch(one.c_str(), platform, 0));
-        }
-    }
-}
-
-BENCHMARK(platform_ours)->Name("BM_platform_match/ours");
-BENCHMARK(platform_fnmatch)->Name("BM_platform_match/fnmatch");
+REGISTER_BENCHMARKS(add);
 
 }  // namespace
-
-BENCHMARK_MAIN();

@@ -1,11 +1,11 @@
 // A folder for a benchmark, in the system's folder for temporary files (TMPDIR), gone with the benchmark.
 #pragma once
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 class BenchFolder {
@@ -20,7 +20,13 @@ public:
 
     std::string operator/(const std::string& name) const { return path_ + "/" + name; }
     void write(const std::string& name, size_t size) const {
-        std::ofstream(*this / name) << std::string(size, 'x');
+        const int file =
+            open((*this / name).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        const std::string bytes(size, 'x');
+        if (file < 0 || ::write(file, bytes.data(), size) != static_cast<ssize_t>(size) ||
+            close(file) != 0) {
+            std::abort();
+        }
     }
 
 private:

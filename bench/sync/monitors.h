@@ -1,5 +1,4 @@
-// The contenders, brought to one form: a monitor is a lock with a condition, and a manual-reset event is
-// made of a monitor and a flag, as the portability layer's own event is.
+// Monitors, each a lock with a condition, brought to one form.
 #pragma once
 
 #include <pthread.h>
@@ -7,18 +6,14 @@
 #include <condition_variable>
 #include <mutex>
 
-#include "vlrcomn/handle.h"
-#include "vlrcomn/sync.h"
-#include "vlrcomn/thread.h"
-
-#ifdef WITH_SYNCHRONIZATION
+#ifdef WITH_ABSEIL
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wold-style-cast"
 #pragma GCC diagnostic ignored "-Wsign-conversion"
 #include <absl/synchronization/mutex.h>
 #pragma GCC diagnostic pop
 #endif
-#ifdef WITH_THREAD
+#ifdef WITH_BOOST
 #include <boost/thread.hpp>
 #endif
 #ifdef WITH_GLIB
@@ -63,7 +58,7 @@ struct Glib {
 };
 #endif
 
-#ifdef WITH_SYNCHRONIZATION
+#ifdef WITH_ABSEIL
 struct Abseil {
     static constexpr const char* name = "abseil";
     absl::Mutex mutex;
@@ -75,7 +70,7 @@ struct Abseil {
 };
 #endif
 
-#ifdef WITH_THREAD
+#ifdef WITH_BOOST
 struct Boost {
     static constexpr const char* name = "boost";
     boost::mutex mutex;
@@ -91,49 +86,7 @@ struct Boost {
 };
 #endif
 
-// An event that broadcasts while it holds the lock.
-template <typename Monitor>
-class Event {
-public:
-    static constexpr const char* name = Monitor::name;
-    void set() {
-        monitor_.lock();
-        flag_ = true;
-        monitor_.wake_all();
-        monitor_.unlock();
-    }
-    void reset() {
-        monitor_.lock();
-        flag_ = false;
-        monitor_.unlock();
-    }
-    void wait() {
-        monitor_.lock();
-        while (!flag_) {
-            monitor_.wait();
-        }
-        monitor_.unlock();
-    }
-
-private:
-    Monitor monitor_;
-    bool flag_ = false;
-};
-
-class OurEvent {
-public:
-    static constexpr const char* name = "ours";
-    OurEvent() : handle_(oruCreateEvent(nullptr, 1, 0, nullptr)) {}
-    ~OurEvent() { oruCloseHandle(handle_); }
-    void set() { oruSetEvent(handle_); }
-    void reset() { oruResetEvent(handle_); }
-    void wait() { oruWaitForSingleObject(handle_, ORU_INFINITE); }
-
-private:
-    oruHandle handle_;
-};
-
-// Calls register_one<Contender>() for each monitor that is there.
+// Calls register_one<Form<Monitor>>() for each monitor that is there.
 template <template <typename> class Form, typename Register>
 void for_each_monitor(Register register_one) {
     register_one.template operator()<Form<Posix>>();
@@ -141,14 +94,12 @@ void for_each_monitor(Register register_one) {
 #ifdef WITH_GLIB
     register_one.template operator()<Form<Glib>>();
 #endif
-#ifdef WITH_SYNCHRONIZATION
+#ifdef WITH_ABSEIL
     register_one.template operator()<Form<Abseil>>();
 #endif
-#ifdef WITH_THREAD
+#ifdef WITH_BOOST
     register_one.template operator()<Form<Boost>>();
 #endif
 }
-
-void register_thread_benchmarks();
 
 }  // namespace contenders
