@@ -2,5 +2,5 @@
 # Every C and C++ file is laid out by clang-format.
 set -euo pipefail
 command -v clang-format >/dev/null || { echo 'skipped: no clang-format'; exit 77; }
-find include source tools tests bench fuzz -name '*.h' -o -name '*.cpp' -o -name '*.c' |
+find include source tools tests bench fuzz examples -name '*.h' -o -name '*.cpp' -o -name '*.c' |
     xargs -r -P 2 -n 20 clang-format --dry-run -Werror
