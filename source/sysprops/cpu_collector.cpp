@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "platform/platform.h"
+#include "support/ascii.h"
 #include "support/boundary.h"
 #include "vlrcomn/system_properties.h"
 
@@ -59,11 +60,7 @@ bool IsPortableComputer(bool& portable) {
         if (!model) {
             return false;
         }
-        for (char& letter : *model) {
-            if (letter >= 'A' && letter <= 'Z') {
-                letter = static_cast<char>(letter - 'A' + 'a');
-            }
-        }
+        std::transform(model->begin(), model->end(), model->begin(), support::to_lower);
         portable = model->find("book") != std::string::npos;
         return true;
     });

@@ -16,9 +16,9 @@ namespace velora_com::qel::sysprops {
 
 namespace {
 
-// Abbreviation of standard time in the local zone, or nothing when the C library has none. tzname is filled by tzset alone, so that without the
-// call the first report of a process would name no zone. This file's own lock comes first, then the one
-// under which the time functions change "TZ".
+// Abbreviation of standard time in the local zone, or nothing when the C library has none. tzname is filled
+// by tzset alone, so that without the call the first report of a process would name no zone. This file's
+// own lock comes first, then the one under which the time functions change "TZ".
 std::optional<std::string> zone_name() {
     static pthread_mutex_t own_mutex = PTHREAD_MUTEX_INITIALIZER;
     const support::CancellationOff uncancelled;

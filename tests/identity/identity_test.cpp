@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string>
 
 #include "support/owners.h"
 #include "support/scripted_platform.h"
@@ -34,24 +33,19 @@ TEST(VersionStamp, FormatsWhatThePluginTells) {
     EXPECT_STREQ(text, "65534.65534.65534.65534");
 }
 
-TEST(VersionStamp, FillsShortBuffersWithoutTerminator) {
-    char text[20];
+TEST(VersionStamp, FillsBuffersOfAnySizeAndFailsWithACleanOne) {
+    const std::string stamp = std::string("0001000200030004") + std::string(4, '\0');
     for (const uint32_t size : {0u, 16u, 19u}) {
-        std::memset(text, 'x', sizeof text);
-        EXPECT_EQ(orumcomn_GetFileResourceVersionStamp(PLUGIN_GOOD, text, size), 1);
-        std::string expected = std::string("0001000200030004") + std::string(4, '\0');
-        expected = expected.substr(0, size) + std::string(sizeof text - size, 'x');
-        EXPECT_EQ(std::string(text, sizeof text), expected) << size;
+        std::string text(20, 'x');
+        EXPECT_EQ(orumcomn_GetFileResourceVersionStamp(PLUGIN_GOOD, text.data(), size), 1);
+        EXPECT_EQ(text, stamp.substr(0, size) + std::string(20 - size, 'x')) << size;
     }
-}
-
-TEST(VersionStamp, FailsWithACleanBuffer) {
     for (const char* path :
          {PLUGIN_FAILING, PLUGIN_SILENT, "/nonexistent.so", static_cast<const char*>(nullptr)}) {
         SCOPED_TRACE(path == nullptr ? "null" : path);
-        char text[9] = "xxxxxxxx";
-        EXPECT_EQ(orumcomn_GetFileResourceStringVersionStamp(path, text, 8), 0);
-        EXPECT_EQ(std::string(text, sizeof text), std::string(9, '\0'));
+        std::string text(9, 'x');
+        EXPECT_EQ(orumcomn_GetFileResourceStringVersionStamp(path, text.data(), 8), 0);
+        EXPECT_EQ(text, std::string(8, '\0') + 'x');
         EXPECT_FALSE(path != nullptr && is_loaded(path));
     }
     EXPECT_EQ(orumcomn_GetFileResourceVersionStamp(PLUGIN_GOOD, nullptr, 8), 0);
@@ -63,42 +57,89 @@ TEST(SoftwareId, FollowsTheSize) {
         SCOPED_TRACE(size);
         std::string text(24, 'x');
         orumcomn_get_agent_softwareid(text.data(), size);
-        std::string expected(24, 'x');
-        if (size > 16) {
-            expected = id + std::string(size - 17, '\0') + std::string(25 - size, 'x');
-        }
-        EXPECT_EQ(text, expected);
-
         std::wstring wide(24, L'x');
         orumcomn_get_agent_softwareid_W(wide.data(), size);
-        EXPECT_EQ(wide, size > 16
-                            ? L"KSVAGENT4800MACX" + std::wstring(1, L'\0') + std::wstring(7, L'x')
-                            : std::wstring(24, L'x'));
+        if (size == 16) {
+            EXPECT_EQ(text, std::string(24, 'x'));
+            EXPECT_EQ(wide, std::wstring(24, L'x'));
+        } else {  // without a terminator in 17 characters, unlike the wide one
+            EXPECT_EQ(text, id + std::string(size - 17, '\0') + std::string(25 - size, 'x'));
+            EXPECT_EQ(wide, std::wstring(id.begin(), id.end()) + L'\0' + std::wstring(7, L'x'));
+        }
     }
     orumcomn_get_agent_softwareid(nullptr, 20);
     orumcomn_get_agent_softwareid_W(nullptr, 20);
 }
 
 TEST(DiskSpace, WrapsAndExtendsTheSign) {
-    const struct {
-        uint64_t blocks;
-        uint64_t block_size;
-        uint64_t expected;
-    } cases[] = {{10, 512, 5120000},
-                 {1000, 4096, UINT64_C(0xFFFFFFFFF4240000)},  // 4096000000 has its top bit set
-                 {0x100000000, 4096, 0},
-                 {1048577, 4096, 4096000}};
+    const uint64_t cases[][3] = {
+        // blocks, their size, the result
+        {10, 512, 5120000},
+        {1000, 4096, UINT64_C(0xFFFFFFFFF4240000)},  // 4096000000 has its top bit set
+        {UINT64_C(0x100000000), 4096, 0},
+        {1048577, 4096, 4096000}};
     uint64_t space = 7;
-    for (const auto& c : cases) {
-        script().available_space = {c.blocks, c.block_size};
+    for (const auto& [blocks, block_size, expected] : cases) {
+        script().available_space = {blocks, block_size};
         EXPECT_EQ(orumcomn_get_disk_free_spaceA("/", &space), ORU_SUCCESS);
-        EXPECT_EQ(space, c.expected);
+        EXPECT_EQ(space, expected);
     }
     EXPECT_EQ(orumcomn_get_disk_free_spaceA("/", nullptr), ORU_FAILURE);
     EXPECT_EQ(orumcomn_get_disk_free_spaceA(nullptr, &space), ORU_FAILURE);
     script() = {};
     EXPECT_EQ(orumcomn_get_disk_free_spaceA("/", &space), ORU_FAILURE);
-    EXPECT_EQ(space, cases[3].expected);
+    EXPECT_EQ(space, 4096000U);
+}
+
+// The fuzz target holds the matcher against a model; here stand the cases of its contract.
+TEST(PlatformMatch, DecidesOnNamesAndRanges) {
+    constexpr uint32_t match = 0;
+    constexpr uint32_t outside = 1;
+    constexpr uint32_t unnamed = ORU_FAILURE;
+    const std::string longest(259, 'M');
+    const struct {
+        std::string platform;
+        std::string list;
+        uint32_t expected;
+    } cases[] = {
+        // Names.
+        {"MAC:10:4:11", "WIN|MAC", match},
+        {"MAC:10:4:11", "WIN", unnamed},
+        {"MACX", "MAC", match},
+        {"MAC", "mac", unnamed},
+        {"MAC:1", ":0", match},
+        // Ranges.
+        {"MAC:10:4:11", "MAC:10:4:0-10:4:10", outside},
+        {"MAC:10:4:11", "MAC:10:4:0-10:4:11", match},
+        {"MAC:10:4:11", "MAC:10:5", outside},
+        {"MAC:10:4:11", "MAC:10:5|MAC", match},
+        {"M A C : 1 0 : 4", " MAC : 10 : 4 - 10 : 4 ", match},
+        {"MAC:\t10:+4", "MAC:10:4:0-10:4:0", match},
+        {"MAC:10\t:4", "MAC:10:0:0-10:0:0", match},  // the tab ends the numbers
+        {"MAC:-1:0:0", "MAC:-1--1:0:0", outside},
+        // Bounds carry over from entry to entry of the platform's name only.
+        {"MAC:10:4:0", "MAC:11-12|MAC:-20", outside},
+        {"MAC:10:4:0", "WIN:10:5|MAC:10", match},
+        {"MAC:10:4:0", "MAC:1-2|MAC:10", outside},
+        // Packing: builds spill into the minor, everything is modulo 2^64 and unsigned.
+        {"MAC:1:0:65536", "MAC:1:1:0-1:1:0", match},
+        {"MAC:65535:-1:65535", "MAC:0", match},
+        {"MAC:0:0:-1", "MAC:1-0:0:-1", match},
+        // Numbers past 32 bits saturate.
+        {"MAC:0:0:99999999999999999999", "MAC:0:0:2147483647-0:0:2147483647", match},
+        {"MAC:0:-2147483649:0", "MAC:65535-0:-99999999999:0", match},
+        // Lengths, blanks not counted.
+        {longest, longest + " ", match},
+        {longest + "M", "M", unnamed},
+        {"MMM", "M|" + longest.substr(1), unnamed},
+        {std::string(5000, ' ') + "MAC", std::string(5000, ' ') + "MAC", match},
+    };
+    for (const auto& [platform, list, expected] : cases) {
+        EXPECT_EQ(orumcomn_IsPlatformMatch(platform.c_str(), list.c_str()), expected)
+            << platform << " in " << list;
+    }
+    EXPECT_EQ(orumcomn_IsPlatformMatch(nullptr, "MAC"), unnamed);
+    EXPECT_EQ(orumcomn_IsPlatformMatch("MAC", nullptr), unnamed);
 }
 
 }  // namespace

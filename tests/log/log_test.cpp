@@ -1,41 +1,30 @@
-// The log and the signal loop, with the C library's log replaced by a list of what it was told. The
-// loop changes the signal mask, so it runs in child processes.
+// The log and the signal loop, with the C library's log replaced by a list of what it was told.
 #include <gmock/gmock.h>
 #include <syslog.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <deque>
-#include <string>
-#include <vector>
 
 #include "vlrcomn/signal_handler.h"
 #include "vlrcomn/system_log.h"
 
-namespace {
+static std::vector<std::string> logged;
 
-std::vector<std::string> logged;
-
-// Answers for sigwait, before the real one is asked.
+// Answers of sigwait, before the real one is asked.
 struct Wait {
-    int result;
-    int error;
-    int signal;
+    int result, error, signal;
 };
-std::deque<Wait> waits;
-
-}  // namespace
+static std::deque<Wait> waits;
 
 extern "C" {
 void __wrap_openlog(const char* tag, int options, int facility) {
     errno = ENOTCONN;
-    logged.push_back(
-        std::string("open ") + (tag == nullptr ? "-" : tag) +
-        (options == (LOG_CONS | LOG_NDELAY) && facility == LOG_USER ? "" : " wrongly"));
+    const bool usual = options == (LOG_CONS | LOG_NDELAY) && facility == LOG_USER;
+    logged.push_back(std::string(usual ? "open " : "open wrongly ") + tag);
 }
 void __wrap_vsyslog(int level, const char* format, va_list arguments)
     __attribute__((format(printf, 2, 0)));
@@ -45,6 +34,7 @@ void __wrap_vsyslog(int level, const char* format, va_list arguments) {
     logged.push_back(std::to_string(level) + " " + text);
 }
 void __wrap_closelog() {
+    errno = ENOTCONN;
     logged.emplace_back("close");
 }
 
@@ -86,106 +76,92 @@ TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
                                     "open [QEL]", "6 i", "close"));
 }
 
-// Runs `body` in a child process, which must end with its checks passed.
-template <typename Body>
-void in_child(Body body) {
-    EXPECT_EXIT(
-        {
-            logged.clear();
-            body();
-            std::fflush(nullptr);
-            _exit(testing::Test::HasFailure() ? 1 : 0);
-        },
-        testing::ExitedWithCode(0), "");
-}
-
-int usr1_calls;
-void count_usr1() {
-    ++usr1_calls;
+int usr2_calls = 0;
+void count_usr2() {
+    ++usr2_calls;
 }
 void wrong_callback() {
-    usr1_calls += 100;
+    usr2_calls += 100;
 }
 
-TEST(SignalLoop, DispatchesUntilASignalWithoutCallback) {
-    in_child([] {
-        SignalHandler signals;
-        for (const int signal : {SIGUSR1, SIGUSR2, SIGTERM}) {
-            EXPECT_EQ(signals.addSignalToBlock(signal), 0);
-            kill(getpid(), signal);  // taken later, the lowest number first
-        }
-        EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR1, count_usr1), 0);
-        EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR1, wrong_callback), 0);
-        EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR2, nullptr), 0);
-        signals();
-        EXPECT_EQ(usr1_calls, 1);
-        EXPECT_THAT(logged, ElementsAre("open [QEL]", "6 Received signal to stop QEL.", "close"));
-    });
-}
+class SignalLoop : public testing::Test {
+protected:
+    SignalLoop() {
+        logged.clear();
+        pthread_sigmask(SIG_SETMASK, nullptr, &former_);
+    }
+    ~SignalLoop() override { pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
 
-TEST(SignalLoop, LogsWhatItPassesOver) {
-    in_child([] {
-        SignalHandler signals;
-        signals.addSignalToBlock(SIGTERM);
-        waits = {{-1, EINTR, 0}, {EINVAL, 0, 0}, {0, 0, SIGHUP}, {0, 0, 12345}, {0, 0, SIGTERM}};
-        signals();
-        for (const char* const word : {"open [QEL]", "close"}) {
-            logged.erase(std::remove(logged.begin(), logged.end(), word), logged.end());
-        }
-        EXPECT_THAT(logged, ElementsAre("6 Error (4) occurred waiting for signal ... ignoring.",
-                                        "6 Error (22) occurred waiting for signal ... ignoring.",
-                                        "6 QEL received unknown signal ... ignoring.",
-                                        "6 QEL received invalid signal ... ignoring.",
-                                        "6 Received signal to stop QEL."));
-    });
-}
-
-TEST(SignalLoop, SetsTheWholeMask) {
-    in_child([] {
-        const auto blocked = [] {
-            sigset_t mask;
-            pthread_sigmask(SIG_SETMASK, nullptr, &mask);
-            std::vector<int> list;
-            for (int signal = 1; signal < 32; ++signal) {
-                if (sigismember(&mask, signal) == 1) {
-                    list.push_back(signal);
-                }
+    // Those of four signals that this thread blocks.
+    static std::vector<int> blocked() {
+        sigset_t mask;
+        pthread_sigmask(SIG_SETMASK, nullptr, &mask);
+        std::vector<int> list;
+        for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+            if (sigismember(&mask, signal) == 1) {
+                list.push_back(signal);
             }
-            return list;
-        };
-        sigset_t before;
-        sigemptyset(&before);
-        sigaddset(&before, SIGHUP);
-        pthread_sigmask(SIG_BLOCK, &before, nullptr);
-        SignalHandler signals;
-        signals.addSignalToBlock(SIGINT);
-        EXPECT_THAT(blocked(), ElementsAre(SIGINT));
-        signals.addSignalToBlock(SIGTERM);
-        EXPECT_EQ(signals.addSignalToBlock(12345), 0);
-        EXPECT_THAT(blocked(), ElementsAre(SIGINT, SIGTERM));
-        EXPECT_EQ(signals.unblockSignal(SIGINT), 0);
-        EXPECT_THAT(blocked(), ElementsAre(SIGTERM));
-        signals.addSignalToBlock(SIGQUIT);
-        EXPECT_THAT(blocked(), ElementsAre(SIGINT, SIGQUIT, SIGTERM));
-    });
+        }
+        return list;
+    }
+
+    SignalHandler signals_;
+    sigset_t former_;
+};
+
+TEST_F(SignalLoop, DispatchesUntilASignalWithoutCallback) {
+    EXPECT_EQ(signals_.registerOnSignalCallback(SIGUSR2, count_usr2), 0);
+    EXPECT_EQ(signals_.registerOnSignalCallback(SIGUSR2, wrong_callback), 0);
+    EXPECT_EQ(signals_.registerOnSignalCallback(SIGUSR1, nullptr), 0);
+    for (const int signal : {SIGUSR1, SIGUSR2, SIGTERM}) {
+        EXPECT_EQ(signals_.addSignalToBlock(signal), 0);
+        kill(getpid(),
+             signal);  // taken when the answers below are used up, the lowest number first
+    }
+    waits = {{-1, EINTR, 0}, {EINVAL, 0, 0}, {0, 0, SIGHUP}, {0, 0, 12345}};
+    signals_();
+    EXPECT_EQ(usr2_calls, 1);
+    std::string messages;
+    for (size_t i = 1; i < logged.size(); i += 3) {
+        messages += logged[i] + '\n';
+    }
+    EXPECT_EQ(messages,
+              "6 Error (4) occurred waiting for signal ... ignoring.\n"
+              "6 Error (22) occurred waiting for signal ... ignoring.\n"
+              "6 QEL received unknown signal ... ignoring.\n"
+              "6 QEL received invalid signal ... ignoring.\n"
+              "6 Received signal to stop QEL.\n");
+    EXPECT_EQ(logged.front(), "open [QEL]");
 }
 
-TEST(SignalLoop, CanBeCancelled) {
-    in_child([] {
-        SignalHandler signals;
-        signals.addSignalToBlock(SIGTERM);
-        pthread_t loop;
-        const auto run = [](void* handler) -> void* {
-            (*static_cast<SignalHandler*>(handler))();
-            return nullptr;
-        };
-        ASSERT_EQ(pthread_create(&loop, nullptr, run, &signals), 0);
-        pthread_cancel(loop);
-        void* result = nullptr;
-        pthread_join(loop, &result);
-        EXPECT_EQ(result, PTHREAD_CANCELED);
-        EXPECT_THAT(logged, testing::IsEmpty());
-    });
+TEST_F(SignalLoop, SetsTheWholeMask) {
+    sigset_t before;
+    sigemptyset(&before);
+    sigaddset(&before, SIGHUP);
+    pthread_sigmask(SIG_BLOCK, &before, nullptr);
+    signals_.addSignalToBlock(SIGINT);
+    EXPECT_THAT(blocked(), ElementsAre(SIGINT));
+    signals_.addSignalToBlock(SIGTERM);
+    EXPECT_EQ(signals_.addSignalToBlock(12345), 0);
+    EXPECT_EQ(signals_.unblockSignal(SIGINT), 0);
+    EXPECT_THAT(blocked(), ElementsAre(SIGTERM));
+    signals_.addSignalToBlock(SIGQUIT);
+    EXPECT_THAT(blocked(), ElementsAre(SIGINT, SIGQUIT, SIGTERM));
+}
+
+TEST_F(SignalLoop, CanBeCancelled) {
+    signals_.addSignalToBlock(SIGTERM);
+    pthread_t loop;
+    const auto run = [](void* handler) -> void* {
+        (*static_cast<SignalHandler*>(handler))();
+        return nullptr;
+    };
+    ASSERT_EQ(pthread_create(&loop, nullptr, run, &signals_), 0);
+    pthread_cancel(loop);
+    void* result = nullptr;
+    pthread_join(loop, &result);
+    EXPECT_EQ(result, PTHREAD_CANCELED);
+    EXPECT_THAT(logged, testing::IsEmpty());
 }
 
 }  // namespace

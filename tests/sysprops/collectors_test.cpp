@@ -1,13 +1,49 @@
-// The collectors against machines that the test describes.
+// The collectors against machines that the test describes. The calls by which they name this host are
+// answered here in the place of the C library's.
 #include <gtest/gtest.h>
+#include <netdb.h>
+#include <sys/stat.h>
+#include <sys/utsname.h>
+#include <unistd.h>
 
 #include <clocale>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 
 #include "support/scripted_platform.h"
-#include "sysprops/scripted_host.h"
+#include "support/temporary_folder.h"
 #include "vlrcomn/system_properties.h"
+
+#if !defined(__THROW)  // as glibc declares these calls
+#define __THROW
+#endif
+
+// An empty answer makes its call fail.
+struct Host {
+    std::string machine = "Power Macintosh", node = "alpha.example.org", name = "alpha", official;
+};
+static Host host;
+
+extern "C" int uname(utsname* out) __THROW {
+    std::strcpy(out->machine, host.machine.c_str());
+    std::strcpy(out->nodename, host.node.c_str());
+    return host.node.empty() ? -1 : 0;
+}
+
+extern "C" int gethostname(char* out, size_t size) __THROW {
+    std::memset(out, 'h', size);  // as of a name that does not fit
+    if (host.name.size() < size) {
+        std::strcpy(out, host.name.c_str());
+    }
+    return host.name.empty() ? -1 : 0;
+}
+
+extern "C" hostent* gethostbyname(const char*) {
+    static hostent entry;
+    entry.h_name = host.official.data();
+    return host.official.empty() ? nullptr : &entry;
+}
 
 namespace velora_com::qel::sysprops {
 namespace {
@@ -18,7 +54,7 @@ class Collectors : public ::testing::Test {
 protected:
     void SetUp() override {
         script() = {};
-        scripted_host = {};
+        host = {};
     }
 
     ISysProps properties;
@@ -165,19 +201,68 @@ TEST_F(Collectors, HostNames) {
     EXPECT_EQ(getDomainName(), L"UnKnownDomain");
     script().domain_name = "example.nis";
     EXPECT_EQ(getFqdnAddress(), L"alpha.example.nis");
-    scripted_host.official_name = "alpha.example.org";
+    host.official = "alpha.example.org";
     EXPECT_EQ(getFqdnAddress(), L"alpha.example.org");
     script() = {};
-    scripted_host = {"", {}, std::string(3000, 'h'), {}};
+    host = {"", "", std::string(3000, 'h'), ""};
     EXPECT_EQ(getFqdnAddress(), std::wstring(2047, L'h')) << "cut to the buffer, with an end";
 
-    scripted_host.host_name.reset();
+    host.name = "";
     EXPECT_FALSE(getComputerName(name));
     EXPECT_EQ(name, "alpha");
     NetworkInformation info;
     info.wstrComputerName = info.wstrIPXAddress = info.wstrIPHostName = L"before";
     EXPECT_EQ(properties.GetNetworkInformation(info), 0);
     EXPECT_EQ(info.wstrComputerName + info.wstrIPHostName + info.wstrIPXAddress, L"N/AN/AN/A");
+}
+
+// Version, third number, build and edition, or what only the identity leaves.
+std::wstring os_facts() {
+    OSInformation info;
+    const bool found = ISysProps().GetOSInformation(info);
+    EXPECT_EQ(info.wstrPlatformID + info.wstrOSType + info.wstrOSOEMId,
+              L"MACMac OS XApple Macintosh");
+    EXPECT_EQ(info.wstrOSBitMode == L"N/A", !found);
+    return info.wstrOSVersion + L' ' + info.wstrOSCsdVersion + L' ' + info.wstrOSBuildNum + L' ' +
+           info.wstrOSPlatform;
+}
+
+using Strings = std::map<std::string, std::string, std::less<>>;
+const char* const any_file = "/etc/passwd";  // what it says is scripted
+
+TEST_F(Collectors, SplitTheVersion) {
+    script().system_version_file = any_file;
+    const std::pair<std::optional<Strings>, const wchar_t*> cases[] = {
+        {{{{"ProductVersion", "10.5"}, {"ProductBuildVersion", "9A5"}}},
+         L"10.5 N/A 9A5 Workstation"},
+        {{{{"ProductVersion", "10.4.11.7"}}}, L"10.4.11 11 10.4.11.7 Workstation"},
+        {{{{"ProductVersion", "10"}}}, L"10. N/A 10 Workstation"},
+        {{{{"ProductVersion", ""}}}, L". N/A  Workstation"},
+        {{{{"ProductVersion", ".10..5."}}}, L"10.5 N/A .10..5. Workstation"},
+        {{{{"ProductBuildVersion", "8S165"}}}, L"N/A N/A N/A N/A"},
+        {{}, L"N/A N/A N/A N/A"},
+    };
+    for (const auto& [strings, expected] : cases) {
+        script().property_list = strings;
+        EXPECT_EQ(os_facts(), expected);
+    }
+    script().property_list = Strings{{"ProductVersion", "10.5"}};
+    script().server_version_file = any_file;
+    EXPECT_EQ(os_facts(), L"10.5 N/A 10.5 Server");
+}
+
+TEST_F(Collectors, ReadNoOtherThanAProperVersionFile) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(truncate(folder.write("large", "<").c_str(), (off_t{64} << 20) + 1), 0);
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);  // which would block
+    folder.write("empty");
+    folder.write("zero", std::string("\0<plist/>", 9));
+    script().property_list = Strings{{"ProductVersion", "10.5"}};
+    for (const char* const name : {"empty", "zero", "large", "pipe", "none"}) {
+        script().system_version_file = folder / name;
+        EXPECT_EQ(os_facts(), L"N/A N/A N/A N/A") << name;
+        EXPECT_TRUE(script().asked.empty()) << "parsed " << name;
+    }
 }
 
 TEST_F(Collectors, WordSize) {
@@ -190,10 +275,10 @@ TEST_F(Collectors, WordSize) {
         {"x86_64", "0", L"1"}, {"i386", "1", L"0"},   {mac, "   1\n", L"1"},
         {mac, "", L"0"},       {mac, nullptr, L"-1"}, {mac, "    1", L"0"},  // four bytes are read
     };
-    script().system_version_file = "/etc/passwd";  // any file: what it says is scripted
-    script().property_list = {{{"ProductVersion", "10.4.11"}}};
+    script().system_version_file = any_file;
+    script().property_list = Strings{{"ProductVersion", "10.4.11"}};
     for (const auto& [machine, output, expected] : cases) {
-        scripted_host.machine = machine;
+        host.machine = machine;
         script().run_command =
             [answer = output](const std::string& command) -> std::optional<std::string> {
             EXPECT_EQ(command, "sysctl hw | grep 64bit | awk '{ print $2 }'");

@@ -17,14 +17,20 @@ TEST(EarlyConstants, AreReadByAnotherLibrarysStaticInitialiser) {
     EXPECT_EQ(early_copies,
               L"SystemInfo Total_Disk_Space_in_MB /etc/redhat-release General Task UserName N/A");
     EXPECT_EQ(ISysProps::GetLastKnownLocalIP(), L"192.0.2.1") << "handed in that early";
-}
-
-// A slip in these would otherwise show on the server only.
-TEST(Vocabulary, IrregularTextsAreKept) {
+    // A slip in these would otherwise show on the server only.
     EXPECT_EQ(workstation + unknown_domain + platform_solaris + os_solaris + os_platform_ini,
               L"LinuxUnKnownDomainSLRSunOS Sparc/etc/qel.d/osinfo.ini");
     EXPECT_EQ(server_strings + suse_server_strings,
               ", Server , Enterprise , AS , ES , WS , Server ");
+}
+
+TEST(NetworkFunctions, GiveTheirProperties) {
+    std::map<std::wstring, std::wstring> report;
+    ISysProps().GetAllSystemProperties(report);
+    EXPECT_EQ(orumcomn_get_ip_address(), report[IPAddress_Key]);
+    EXPECT_EQ(orumcomn_get_subnet_address(), report[SubnetAddress_Key]);
+    EXPECT_EQ(orumcomn_get_subnet_mask(), report[SubnetMask_Key]);
+    EXPECT_EQ(orumcomn_get_mac_address(), report[NETAddress_Key]);
 }
 
 TEST(Threads, TakeReportsAtOnceAndMeetNoForeignZone) {

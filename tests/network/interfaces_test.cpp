@@ -2,21 +2,11 @@
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 
-#include <string>
-
 #include "vlrcomn/net_interface.h"
 
 namespace {
 
 using namespace velora_com::qel;
-
-IPAddress address_of(const std::string& text) {
-    IPAddress address;
-    address.setOption(IP_ADDRESS, text);
-    address.setOption(IP_FAMILY, 10u);
-    address.setOption(IP_FAMILY, "text");  // no field of this type
-    return address;
-}
 
 TEST(NetInterfaceList, SearchesInTheOrderOfIndexes) {
     NetInterfaceList list(false);
@@ -25,14 +15,19 @@ TEST(NetInterfaceList, SearchesInTheOrderOfIndexes) {
         NetInterface& entry = list.getNetInterface(index);
         EXPECT_EQ(entry.getIndex(), 0u) << "a new entry is empty";
         entry.setOption(NETINTERFACE_INDEX, index);
-        entry.setOption(NETINTERFACE_INDEXNAME, 7u);
+        entry.setOption(NETINTERFACE_INDEXNAME, 7u);  // no field of this type
         entry.setOption(NETINTERFACE_MACADDRESS, "mac" + std::to_string(index));
-        entry.setOption(NETINTERFACE_IPADDRESS, address_of("10.0.0.1"));
-        entry.setOption(NETINTERFACE_IPADDRESS, address_of("fe80:" + std::to_string(index)));
+        for (const std::string& text : {std::string("10.0.0.1"), "fe80:" + std::to_string(index)}) {
+            IPAddress address;
+            address.setOption(IP_ADDRESS, text);
+            address.setOption(IP_FAMILY, 10u);
+            address.setOption(IP_FAMILY, "text");  // likewise
+            entry.setOption(NETINTERFACE_IPADDRESS, address);
+        }
     }
     EXPECT_EQ(list.getIndexes(), (std::vector<unsigned int>{5, 9}));
-    EXPECT_EQ(list.getNetInterface(7u, found), 0);
     EXPECT_EQ(list.getNetInterface(9u, found), 1);
+    EXPECT_EQ(list.getNetInterface(7u, found), 0);
     EXPECT_EQ(found.getIndex(), 9u);
     ASSERT_EQ(found.getIPAddress().size(), 2u) << "addresses are appended";
     EXPECT_EQ(found.getIPAddress()[1].getIPFamily(), 10u);
@@ -41,6 +36,7 @@ TEST(NetInterfaceList, SearchesInTheOrderOfIndexes) {
     std::string mac;
     EXPECT_EQ(getMACAddressFromIPAddress(mac, "fe80:9", list), 1);
     EXPECT_EQ(getMACAddressFromIPAddress(mac, "FE80:5", list), 0);
+    EXPECT_EQ(getMACAddressFromIPAddress(mac, "10.0.0", list), 0);
     EXPECT_EQ(mac, "mac9");
 }
 

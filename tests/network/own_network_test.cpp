@@ -1,0 +1,211 @@
+// The table of interfaces and link-local scopes in a network that the test makes, and what becomes of them
+// and of the resolver's answers when calls fail.
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <netdb.h>
+#include <sched.h>
+#include <sys/mount.h>
+
+#include "network/loopback.h"
+#include "support/fault_injection.h"
+#include "support/temporary_folder.h"
+#include "vlrcomn/net_interface.h"
+#include "vlrcomn/network_util.h"
+
+namespace {
+
+using namespace velora_com::qel;
+using fault_injection::FailNth;
+using fault_injection::resources_in_use;
+
+const ANetworkUtil util;
+
+// One line for each address: "name mac address/mask=subnet".
+std::vector<std::string> lines(const NetInterfaceList& list) {
+    std::vector<std::string> all;
+    for (const unsigned int index : list.getIndexes()) {
+        NetInterface interface;
+        EXPECT_EQ(list.getNetInterface(index, interface), 1);
+        EXPECT_EQ(interface.getIndex(), index);
+        for (const IPAddress& address : interface.getIPAddress()) {
+            const bool ipv6 = address.getIPAddress().find(':') != std::string::npos;
+            EXPECT_EQ(address.getIPFamily(), static_cast<unsigned>(ipv6 ? AF_INET6 : AF_INET));
+            all.push_back(interface.getIndexName() + ' ' + interface.getMACAddress() + ' ' +
+                          address.getIPAddress() + '/' + address.getSubNetMask() + '=' +
+                          address.getSubNetAddr());
+        }
+    }
+    return all;
+}
+
+const char* const commands =
+    "link set lo up\n"
+    "link add v0 index 10 address 02:00:5e:10:20:30 type veth peer name v1\n"
+    "link set v0 addrgenmode none up\nlink set v1 addrgenmode none up\n"
+    "addr add 198.51.100.5/24 dev v0\naddr add 203.0.113.9/30 dev v0\n"
+    "addr add 2001:db8::5/64 dev v0 nodad\naddr add fe80::1/64 dev v0 nodad\n"
+    "addr add ::ffff:10.1.2.3/96 dev v0 nodad\n"
+    // Without a link-layer address: the system lists an entry that has no address at all.
+    "tuntap add dev tun0 mode tun\naddr add 192.0.2.9/24 dev tun0\nlink set tun0 up\n";
+
+class OwnNetwork : public testing::Test {
+protected:
+    void SetUp() override {
+        FILE* const ip = former_ && unshare(CLONE_NEWNET | CLONE_NEWNS) == 0
+                             ? popen("ip -batch - 2>&1", "w")
+                             : nullptr;
+        if (ip != nullptr) {
+            std::fputs(commands, ip);
+        }
+        if (ip == nullptr || pclose(ip) != 0) {
+            GTEST_SKIP() << "needs root, namespaces and the ip command";
+        }
+    }
+    void TearDown() override { setns(former_.get(), CLONE_NEWNET); }
+
+    const support::FileDescriptor former_{open("/proc/thread-self/ns/net", O_RDONLY | O_CLOEXEC)};
+    NetInterfaceList list_{true};
+};
+
+TEST_F(OwnNetwork, IsListed) {
+    std::vector<std::string> expected = {
+        "v0 02005e102030 198.51.100.5/255.255.255.0=198.51.100.0",
+        "v0 02005e102030 203.0.113.9/255.255.255.252=203.0.113.8",
+        "v0 02005e102030 2001:db8:0:0:0:0:0:5/ffff:ffff:ffff:ffff:0:0:0:0=2001:db8:0:0:0:0:0:0",
+        "v0 02005e102030 fe80:0:0:0:0:0:0:1/ffff:ffff:ffff:ffff:0:0:0:0=fe80:0:0:0:0:0:0:0",
+        // The expansion takes the IPv4 tail for one group, which leaves one too many.
+        "v0 02005e102030 0:0:0:0:0:0:ffff:10.1.2.3/ffff:ffff:ffff:ffff:ffff:ffff:0:0"
+        "=0:0:0:0:0:0:0:0",
+    };
+    NetInterfaceList list(false);
+    ASSERT_EQ(getNetInterfacesList(list), 1);
+    EXPECT_EQ(list.getIndexes(), std::vector<unsigned int>{10});
+    EXPECT_THAT(lines(list), testing::UnorderedElementsAreArray(expected));
+    EXPECT_EQ(list.initialize(), 1);
+    EXPECT_EQ(lines(list).size(), 2 * expected.size()) << "a second filling adds all again";
+
+    expected.emplace_back("lo 000000000000 127.0.0.1/255.0.0.0=127.0.0.0");
+    expected.emplace_back(
+        "lo 000000000000 0:0:0:0:0:0:0:1/ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff=0:0:0:0:0:0:0:1");
+    EXPECT_EQ(list_.initialize(), 1);
+    EXPECT_THAT(lines(list_), testing::UnorderedElementsAreArray(expected));
+
+    std::string mac;
+    EXPECT_EQ(getMacAddr(mac, "v0"), 1);
+    EXPECT_EQ(getMacAddr(mac, "tun0"), 0);
+    EXPECT_EQ(mac, "02005e102030");
+}
+
+TEST_F(OwnNetwork, GivesLinkLocalAddressesTheirScope) {
+    unsigned int scope = 0;
+    EXPECT_EQ(util.vlrGetScopeId("[fe80::1%77]", scope), 1);
+    EXPECT_EQ(scope, 10u);
+    EXPECT_EQ(util.vlrGetScopeId("2001:db8::5", scope), 0);
+    EXPECT_EQ(util.formatV6addrWithScope("[fe80::1]", true), "[fe80::1%10]");
+
+    network_test::Endpoint server("fe80::1%10");
+    ASSERT_TRUE(server.listens());
+    std::string local;
+    EXPECT_EQ(
+        util.vlrGetLocalIPAddress("[fe80::1]", server.port(), local, false, NI_NUMERICHOST, 20), 0);
+    EXPECT_EQ(local, "fe80:0:0:0:0:0:0:1");
+}
+
+TEST_F(OwnNetwork, LeavesOutTheAddressThatMeetsAFault) {
+    const struct {
+        const char* call;
+        int nth;
+        size_t left;
+    } table[] = {
+        {"getifaddrs", 1, 0},
+        // The next address of the family, or of the interface, tries again.
+        {"socket", 1, 6},
+        {"socket", 2, 6},
+        {"ioctl", 1, 6},
+        // Address and mask of ::1, which are not written by hand.
+        {"getnameinfo", 1, 6},
+        {"getnameinfo", 2, 6},
+    };
+    for (const auto& [call, nth, left] : table) {
+        NetInterfaceList list(true);
+        FailNth failure(nth, call);
+        const int result = list.initialize();
+        failure.disarm();
+        EXPECT_STREQ(failure.fired(), call);
+        EXPECT_EQ(result, left > 0 ? 1 : 0) << call;
+        EXPECT_EQ(lines(list).size(), left) << call << ' ' << nth;
+    }
+}
+
+TEST_F(OwnNetwork, IsKeptAsItWasWithoutMemory) {
+    const char* fired = "";
+    for (int nth = 1; fired != nullptr; ++nth) {
+        NetInterfaceList list(true);
+        ASSERT_EQ(list.initialize(), 1);
+        const auto before = resources_in_use();
+        FailNth failure(nth, "malloc");
+        const int result = list.initialize();
+        failure.disarm();
+        fired = failure.fired();
+        EXPECT_TRUE(fired != nullptr || nth > 10);
+        EXPECT_EQ(result, fired == nullptr ? 1 : 0);
+        EXPECT_EQ(lines(list).size(), fired == nullptr ? 14u : 7u);
+        EXPECT_TRUE(fired == nullptr || resources_in_use() == before) << nth;
+    }
+}
+
+TEST_F(OwnNetwork, SearchesFailWithoutMemory) {
+    ASSERT_EQ(list_.initialize(), 1);
+    const std::string wanted = "0:0:0:0:0:0:ffff:10.1.2.3";
+    NetInterface found;
+    FailNth failure(1, "malloc");
+    const int result = getNetInterfaceFromIPAddress(found, wanted, list_);
+    FailNth next(1, "malloc");
+    NetInterface& spare = list_.getNetInterface(4711u);
+    next.disarm();
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(spare.getIndex(), 0u);
+    EXPECT_EQ(list_.getNetInterface(4711u, found), 0) << "no part of the table";
+}
+
+TEST_F(OwnNetwork, GivesAtMostFourteenTexts) {
+    const TemporaryFolder folder;
+    std::string hosts;
+    for (int i = 1; i <= 16; ++i) {
+        hosts += "10.0.0." + std::to_string(i) + " many\n";
+    }
+    // Seen by this program only, and while it has the folder.
+    mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
+    ASSERT_EQ(mount(folder.write("hosts", hosts).c_str(), "/etc/hosts", nullptr, MS_BIND, nullptr),
+              0);
+    std::vector<char*> texts;
+    EXPECT_EQ(util.vlrGetAddrinfo("many", "80", texts, NI_NUMERICHOST), 0);
+    umount("/etc/hosts");
+    EXPECT_EQ(texts.size(), 14u);
+    util.vlrFreeAddrinfo(texts);
+}
+
+TEST(Resolving, LeaksNothing) {
+    network_test::Endpoint server("127.0.0.1");
+    const std::string port = server.port();
+    std::vector<char*> texts;
+    std::string local;
+    const auto before = resources_in_use();
+    const auto give_back = [&] {
+        util.vlrFreeAddrinfo(texts);
+        std::vector<char*>().swap(texts);
+        local = {};
+    };
+    const auto list = [&] {
+        return util.vlrGetAddrinfo("10.0.0.1", port, texts, NI_NUMERICHOST) == 0;
+    };
+    const auto connect = [&] {
+        return util.vlrGetLocalIPAddress("127.0.0.1", port, local, true, NI_NUMERICHOST, 5) == 0;
+    };
+    EXPECT_GT(fault_injection::walk_failures(list, give_back).calls, 2);
+    EXPECT_GT(fault_injection::walk_failures(connect, give_back).calls, 3);
+    EXPECT_EQ(resources_in_use(), before);
+}
+
+}  // namespace
