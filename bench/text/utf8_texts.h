@@ -7,7 +7,7 @@
 #include <string>
 
 #include "support/registering.h"
-#include "text/converter.h"
+#include "converter.h"
 #include "vlrcomn/time_text.h"
 
 namespace utf8_bench {

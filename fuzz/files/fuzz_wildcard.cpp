@@ -6,8 +6,33 @@
 #include <cstdlib>
 #include <string>
 
-#include "files/wildcard_model.h"
 #include "vlrcomn/file.h"
+
+namespace {
+
+// One call for each step of pattern and name.
+bool wildcard_model(const char* pattern, const char* name) {
+    switch (*pattern) {
+        case '\0':
+            return true;
+        case '?':
+            return *name != '\0' && wildcard_model(pattern + 1, name + 1);
+        case '*':
+            if (*name == '\0') {
+                return true;
+            }
+            for (; *name != '\0'; ++name) {
+                if (wildcard_model(pattern + 1, name)) {
+                    return true;
+                }
+            }
+            return false;
+        default:
+            return *pattern == *name && wildcard_model(pattern + 1, name + 1);
+    }
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "text/iconv_model.h"
+#include "iconv_model.h"
 #include "vlrcomn/time_text.h"
 
 using namespace velora_com::qel;

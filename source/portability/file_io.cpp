@@ -24,6 +24,20 @@ FileRecord* required_file(oruHandle handle) {
     return file;
 }
 
+// The same for a call that tells how many bytes it moved, which needs a place for that.
+FileRecord* required_file(oruHandle handle, const uint32_t* count) {
+    return required_file(count != nullptr ? handle : nullptr);
+}
+
+// Tells the result of read or write: true unless it is negative.
+int tell_moved(ssize_t moved, uint32_t* count) {
+    if (moved < 0) {
+        return 0;
+    }
+    *count = static_cast<uint32_t>(moved);
+    return 1;
+}
+
 // The descriptor behind a handle; one that no system call takes for a handle without one.
 int descriptor_of(oruHandle handle) {
     const FileRecord* const file = file_of(handle);
@@ -33,41 +47,22 @@ int descriptor_of(oruHandle handle) {
 }  // namespace
 
 int oruReadFile(oruHandle handle, void* buffer, uint32_t count, uint32_t* bytes_read, void*) {
-    FileRecord* const file = required_file(handle);
+    FileRecord* const file = required_file(handle, bytes_read);
     if (file == nullptr) {
         return 0;
     }
-    if (bytes_read == nullptr) {
-        note_error(EINVAL);
-        return 0;
-    }
     const ssize_t received = ::read(file->descriptor, buffer, count);
-    if (received < 0) {
-        return 0;
-    }
     if (received == 0) {
         file->end_of_file = 1;
     }
-    *bytes_read = static_cast<uint32_t>(received);
-    return 1;
+    return tell_moved(received, bytes_read);
 }
 
 int oruWriteFile(oruHandle handle, const void* buffer, uint32_t count, uint32_t* bytes_written,
                  void*) {
-    const FileRecord* const file = required_file(handle);
-    if (file == nullptr) {
-        return 0;
-    }
-    if (bytes_written == nullptr) {
-        note_error(EINVAL);
-        return 0;
-    }
-    const ssize_t written = ::write(file->descriptor, buffer, count);
-    if (written < 0) {
-        return 0;
-    }
-    *bytes_written = static_cast<uint32_t>(written);
-    return 1;
+    const FileRecord* const file = required_file(handle, bytes_written);
+    return file != nullptr ? tell_moved(::write(file->descriptor, buffer, count), bytes_written)
+                           : 0;
 }
 
 uint32_t oruSetFilePointer(oruHandle handle, int32_t distance, int32_t*, uint32_t method) {

@@ -57,6 +57,11 @@ intptr_t claim_slot(std::unique_ptr<SearchEntry>& search) {
     return ORU_INVALID_SEARCH;
 }
 
+intptr_t refused(int error) {
+    note_error(error);
+    return ORU_INVALID_SEARCH;
+}
+
 bool read_next(const SearchEntry& search, oruFindData& data) {
     while (const dirent* const entry = ::readdir(search.stream.get())) {
         if (std::strlen(entry->d_name) < sizeof data.name &&
@@ -76,19 +81,16 @@ using namespace velora_com::qel::portability;
 
 intptr_t oruFindFirstDirEnt(const char* path, oruFindData* data) {
     if (path == nullptr || data == nullptr) {
-        note_error(EINVAL);
-        return ORU_INVALID_SEARCH;
+        return refused(EINVAL);
     }
     const CancellationOff cancellation_off;
     std::unique_ptr<SearchEntry> search(new (std::nothrow) SearchEntry{});
     if (!search) {
-        note_error(EAGAIN);
-        return ORU_INVALID_SEARCH;
+        return refused(EAGAIN);
     }
     if (!split_path(path, *search)) {
-        note_error(EINVAL);
         errno = ENAMETOOLONG;
-        return ORU_INVALID_SEARCH;
+        return refused(EINVAL);
     }
     search->stream.reset(::opendir(search->directory));
     if (!search->stream) {
@@ -96,8 +98,7 @@ intptr_t oruFindFirstDirEnt(const char* path, oruFindData* data) {
     }
     const intptr_t handle = claim_slot(search);
     if (handle == ORU_INVALID_SEARCH) {
-        note_error(EAGAIN);
-        return ORU_INVALID_SEARCH;
+        return refused(EAGAIN);
     }
     if (oruFindNextDirEnt(handle, data) != 1) {
         const velora_com::qel::support::ErrnoKeeper keeper;

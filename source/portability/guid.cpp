@@ -1,6 +1,5 @@
 #include "vlrcomn/guid.h"
 
-#include <fcntl.h>
 #include <net/if.h>
 #include <pthread.h>
 #include <sys/ioctl.h>
@@ -10,7 +9,7 @@
 
 #include "portability/guid_generator.h"
 #include "support/config.h"
-#include "support/owners.h"
+#include "support/open_file.h"
 
 using namespace velora_com::qel;
 
@@ -33,7 +32,7 @@ void list_interfaces() {
     const support::FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
 #else
     const support::FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM, 0));
-    fcntl(socket.get(), F_SETFD, FD_CLOEXEC);
+    support::close_on_exec(socket.get());
 #endif
     alignas(ifreq) char buffer[1024];
     ifconf list = {};

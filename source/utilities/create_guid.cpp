@@ -1,15 +1,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "support/ascii.h"
 #include "vlrcomn/file_system.h"
-
-namespace {
-
-char to_upper(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
-}  // namespace
 
 bool orumcomn_create_guid(GUID* guid, char* text, size_t size) {
     GUID created{};
@@ -19,7 +12,7 @@ bool orumcomn_create_guid(GUID* guid, char* text, size_t size) {
         return false;
     }
     for (char& letter : plain) {
-        letter = to_upper(letter);
+        letter = velora_com::qel::support::to_upper(letter);
     }
     char braced[sizeof plain + 2];
     std::snprintf(braced, sizeof braced, "{%s}", plain);

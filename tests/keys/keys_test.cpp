@@ -2,14 +2,11 @@
 
 #include "vlrcomn/policy_keys.h"
 
-namespace {
-
 using namespace velora_com::qel;
 
 // Read before main, by an initialiser that may run before those of the library's own files.
-const std::wstring first = section_general;
-const std::string with_space = DependenciesSection;
-const std::wstring last = props_loggedon_user;
+static const std::wstring first = section_general, last = props_loggedon_user;
+static const std::string with_space = DependenciesSection;
 
 TEST(PolicyKeys, AreCompleteForStaticInitialisers) {
     EXPECT_EQ(first, L"General");
@@ -23,5 +20,3 @@ TEST(PolicyKeys, KeepTheirUnobviousTexts) {
     EXPECT_EQ(StopTimeSpecified_Key, "StopDateValid");
     EXPECT_EQ(DaysOfWeek_Key, "MaskDaysOfWeek");
 }
-
-}  // namespace

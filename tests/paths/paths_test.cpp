@@ -1,11 +1,10 @@
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
-#include <optional>
+#include <string>
 #include <utility>
 
 #include "support/fault_injection.h"
@@ -17,25 +16,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Result = std::optional<std::string>;
-
 // What a call gives; a failed one leaves its argument alone.
-template <typename Object>
-Result result_of(const Object& object, bool (Object::*get)(std::string&) const) {
-    std::string out = "before";
-    if ((object.*get)(out)) {
-        return out;
-    }
-    EXPECT_EQ(out, "before");
-    return std::nullopt;
+std::string flat(const FileNameFlattener& flattener) {
+    std::string out = "failed";
+    const bool told = flattener.GetFlatPath(out);
+    EXPECT_EQ(told, out != "failed");
+    return out;
 }
-
-Result flat(const FileNameFlattener& flattener) {
-    return result_of(flattener, &FileNameFlattener::GetFlatPath);
-}
-
-Result resolved(const std::string& path) {
-    return result_of(FileNameResolver(path), &FileNameResolver::GetAbsolutePath);
+std::string resolved(const std::string& path) {
+    std::string out = "failed";
+    const bool told = FileNameResolver(path).GetAbsolutePath(out);
+    EXPECT_EQ(told, out != "failed");
+    return out;
 }
 
 // A temporary folder to work in; the working directory is put back.
@@ -43,95 +35,77 @@ class Paths : public testing::Test {
 protected:
     Paths() {
         fs::create_directories(root_ + "/sub/deep");
-        folder_.write("file");
         fs::current_path(root_ + "/sub");
     }
     ~Paths() override { fs::current_path(before_); }
 
     std::string link(const std::string& target, const std::string& name) {
-        fs::create_symlink(target, root_ + "/" + name);
-        return root_ + "/" + name;
+        fs::create_symlink(target, folder_ / name);
+        return folder_ / name;
     }
 
     const fs::path before_ = fs::current_path();
     const TemporaryFolder folder_;
     const std::string& root_ = folder_.path();
+    const std::string file_ = folder_.write("file");
 };
 
+// The fuzz target holds every text against the steps of the contract.
 TEST_F(Paths, FlattensText) {
     const std::string cwd = root_ + "/sub";
     const struct {
-        const char* path;
-        const char* base;
-        Result expected;
+        std::string path, base, expected;
     } cases[] = {
         {"a/./b/../c", "/x", "/x/a/c"},
-        {"/../etc", "/x", std::nullopt},
-        {"..", "/x/y", "/x"},
-        {"../../../../../../../../../../../../..", "y", std::nullopt},
+        {"/../etc", "/x", "failed"},
         {"/a/..", "/x", ""},
         {"", "/x", "/x/"},
         {"//", "/x", "/"},
         {"/a//../b/", "/x", "/a/b"},
-        {"/./.a/..b/.../", "/x", "/.a/..b/..."},
-        {"/a", "/..", std::nullopt},  // the base counts, also when it is not needed
+        {"/a", "/..", "failed"},  // the base counts, also when it is not needed
         {"a", "..", root_ + "/a"},
         {"a", "", cwd + "//a"},
-        {"a", "/a/..", "/a"},
     };
-    for (const auto& c : cases) {
-        FileNameFlattener flattener(c.path, c.base);
-        EXPECT_EQ(flat(flattener), c.expected) << c.path << " against " << c.base;
-        EXPECT_EQ(flattener.Flatten(), c.expected.has_value());
+    for (const auto& each : cases) {
+        FileNameFlattener flattener(each.path, each.base);
+        EXPECT_EQ(flat(flattener), each.expected) << each.path << " against " << each.base;
+        EXPECT_EQ(flattener.Flatten(), each.expected != "failed");
     }
     EXPECT_EQ(flat(FileNameFlattener("./a")), cwd + "/a");
     EXPECT_EQ(flat(FileNameFlattener("/")), cwd + "/");
 }
 
 TEST_F(Paths, ResolvesToRegularFilesOnly) {
-    const std::string file = root_ + "/file";
     mkfifo((root_ + "/fifo").c_str(), 0600);
     link("../file", "sub/up");
     link(root_ + "/sub/up", "twice");
     link("missing", "dangling");
     link("sub", "folder");
-    link("loop2", "loop1");
-    link("loop1", "loop2");
-    EXPECT_EQ(resolved(file), file);
-    EXPECT_EQ(resolved("../file"), file);
-    EXPECT_EQ(resolved("up"), file);
-    // Against the link's folder, wherever the process works.
+    EXPECT_EQ(resolved("up"), file_);
     fs::current_path(root_ + "/sub/deep");
-    EXPECT_EQ(resolved(root_ + "/twice"), file);
-    for (const char* name :
-         {"", "/sub", "/folder", "/fifo", "/missing", "/dangling", "/loop1", "/.."}) {
-        EXPECT_EQ(resolved(root_ + name), std::nullopt) << name;
-    }
-    EXPECT_EQ(resolved(file + std::string("\0x", 2)), std::nullopt);
+    EXPECT_EQ(resolved("../../file"), file_);
+    EXPECT_EQ(resolved(root_ + "/twice"), file_) << "against the link's folder";
     // A link above the last component is the system's affair.
-    EXPECT_EQ(resolved(root_ + "/folder/up"), root_ + "/file");
-    EXPECT_EQ(resolved(root_ + "/folder/deep/../../file"), file);
+    EXPECT_EQ(resolved(root_ + "/folder/up"), file_);
+    EXPECT_EQ(resolved(root_ + "/folder/deep/../../file"), file_);
+    for (const std::string name :
+         {"", "/sub", "/folder", "/fifo", "/missing", "/dangling", "/.."}) {
+        EXPECT_EQ(resolved(root_ + name), "failed") << name;
+    }
+    EXPECT_EQ(resolved(file_ + std::string("\0x", 2)), "failed");
 }
 
 TEST_F(Paths, BoundsLinksAndTheirTexts) {
     std::string target = "file";
     for (int i = 1; i <= 51; ++i) {
-        const std::string name = "link" + std::to_string(i);
-        link(target, name);
-        target = name;
+        link(target, std::to_string(i));
+        target = std::to_string(i);
     }
-    EXPECT_EQ(resolved(root_ + "/link50"), root_ + "/file");
-    EXPECT_EQ(resolved(root_ + "/link51"), std::nullopt);
-
+    EXPECT_EQ(resolved(root_ + "/50"), file_);
+    EXPECT_EQ(resolved(root_ + "/51"), "failed");
     for (const size_t size : {1023u, 1024u}) {
-        std::string text = root_;
-        while (text.size() + 2 + 5 <= size) {
-            text += "/.";
-        }
-        text += size - text.size() == 5 ? "/file" : "//file";
-        ASSERT_EQ(text.size(), size);
-        const Result found = resolved(link(text, std::to_string(size)));
-        EXPECT_EQ(found.has_value(), size == 1023) << size;
+        const std::string text = root_ + std::string(size - file_.size(), '/') + "/file";
+        EXPECT_EQ(resolved(link(text, std::to_string(size))), size == 1023 ? text : "failed");
     }
 }
 
@@ -152,43 +126,36 @@ TEST_F(Paths, ResolvesLinksInTheRootFolder) {
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(Paths, ServesCCallers) {
-    const std::string file = root_ + "/file";
+TEST_F(Paths, ServesCCallersWhateverFails) {
+    const auto get = orumcomn_filenameresolver_get_absolute_filename;
+    const std::string start = link(file_, "link");
+    char buffer[4096] = "before";
+    unsigned size = 3;
     void* handle = nullptr;
+    const auto release = [&] { orumcomn_filenameresolver_destroy(std::exchange(handle, nullptr)); };
     EXPECT_EQ(orumcomn_filenameresolver_create(nullptr, &handle), ORU_FAILURE);
     EXPECT_EQ(orumcomn_filenameresolver_create("x", nullptr), ORU_FAILURE);
     EXPECT_EQ(orumcomn_filenameresolver_destroy(nullptr), ORU_SUCCESS);
-
-    const auto get = orumcomn_filenameresolver_get_absolute_filename;
-    char buffer[4096] = "before";
-    unsigned size = 3;
     ASSERT_EQ(orumcomn_filenameresolver_create(root_.c_str(), &handle), ORU_SUCCESS);
     EXPECT_EQ(get(handle, buffer, &size), ORU_FAILURE) << "a folder";
     EXPECT_EQ(size, 3u);
-    EXPECT_EQ(orumcomn_filenameresolver_destroy(handle), ORU_SUCCESS);
+    release();
 
-    ASSERT_EQ(orumcomn_filenameresolver_create(file.c_str(), &handle), ORU_SUCCESS);
+    ASSERT_EQ(orumcomn_filenameresolver_create(start.c_str(), &handle), ORU_SUCCESS);
     EXPECT_EQ(get(nullptr, buffer, &size), ORU_FAILURE);
     EXPECT_EQ(get(handle, nullptr, &size), ORU_FAILURE);
     EXPECT_EQ(get(handle, buffer, nullptr), ORU_FAILURE);
-    size = static_cast<unsigned>(file.size());
+    size = static_cast<unsigned>(file_.size());
     EXPECT_EQ(get(handle, buffer, &size), ORU_FAILURE);
     EXPECT_STREQ(buffer, "before");
-    ASSERT_EQ(size, file.size() + 1);
+    ASSERT_EQ(size, file_.size() + 1);
     EXPECT_EQ(get(handle, buffer, &size), ORU_SUCCESS);
-    EXPECT_EQ(buffer, file);
-    EXPECT_EQ(orumcomn_filenameresolver_destroy(handle), ORU_SUCCESS);
-}
+    EXPECT_EQ(buffer, file_);
+    release();
 
-TEST_F(Paths, SurvivesMissingMemoryAndFailingLookUps) {
-    const std::string start = link(root_ + "/file", "link");
-    void* handle = nullptr;
-    const auto release = [&] { orumcomn_filenameresolver_destroy(std::exchange(handle, nullptr)); };
     const auto create = [&] {
-        char buffer[4096];
-        unsigned size = sizeof buffer;
         if (orumcomn_filenameresolver_create(start.c_str(), &handle) == ORU_SUCCESS &&
-            orumcomn_filenameresolver_get_absolute_filename(handle, buffer, &size) == ORU_SUCCESS) {
+            get(handle, buffer, &size) == ORU_SUCCESS) {
             return true;
         }
         release();

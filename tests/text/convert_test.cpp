@@ -61,7 +61,6 @@ TEST(LocaleText, LimitsAreThoseOfTheDestination) {
         EXPECT_EQ(oruStandardAtoU("hello", limit, wide.data()), written);
         EXPECT_EQ(wide, std::wstring(L"hello\0", touched) + std::wstring(10 - touched, L'#'));
     }
-    EXPECT_EQ(oruStandardUtoA(L"hello", 0, nullptr), 5U);
     EXPECT_EQ(oruStandardUtoA(nullptr, 1, nullptr), 0U);
     EXPECT_EQ(oruStandardAtoU(nullptr, 1, nullptr), 0U);
 }
@@ -77,8 +76,7 @@ TEST(LocaleText, TheLocaleDecidesTheEncoding) {
     EXPECT_EQ(oruStandardUtoA(L"\u20AC", 2, narrow), 0U) << "no character is torn";
     wchar_t wide[16];
     EXPECT_EQ(oruStandardAtoU("ab\xE2\x82", 16, wide), 0U);
-    // The state of a fault does not carry over into the next call.
-    EXPECT_EQ(oruStandardAtoU("\xE2\x82\xAC", 16, wide), 1U);
+    EXPECT_EQ(oruStandardAtoU("\xE2\x82\xAC", 16, wide), 1U) << "the fault does not carry over";
     EXPECT_STREQ(wide, L"\u20AC");
     std::setlocale(LC_CTYPE, "C");
 }

@@ -1,8 +1,8 @@
 // GUIDs: the generator on a scripted clock, the exported functions, the text form.
-#include <dirent.h>
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <set>
@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "portability/guid_generator.h"
-#include "support/owners.h"
+#include "support/fault_injection.h"
 #include "vlrcomn/guid.h"
 
-using namespace velora_com::qel;
+using velora_com::qel::portability::GuidGenerator;
 
 namespace {
 
@@ -23,11 +23,9 @@ std::string text_of(const GUID& guid) {
     return oruUuidToStringA(&guid, text);
 }
 
-// What the clock reads, one after the other; past the end it moves on by a microsecond each time. A
-// counter stands in for rand().
+// What the clock reads, one after the other; past the end it moves on by a microsecond each time.
 std::vector<timeval> readings;
-size_t next_reading;
-int next_random, random_step;
+size_t next_reading = 0;
 
 timeval scripted_clock() {
     if (next_reading < readings.size()) {
@@ -37,58 +35,37 @@ timeval scripted_clock() {
     return readings.back();
 }
 
+// Six bytes for the node, then the high byte and the low one of the sequence.
 int scripted_random() {
-    return next_random += random_step;
+    static const int numbers[] = {7, 8, 0x181, 2, 3, 4, 0x5F, 0x1FF};
+    static size_t next = 0;
+    return numbers[next++ % 8];
 }
 
-class GuidGeneratorTest : public testing::Test {
-protected:
-    GuidGeneratorTest() {
-        next_reading = 0;
-        next_random = 0x1200;
-        random_step = 1;
-    }
-    // The first reading starts it, the others make GUIDs.
-    portability::GuidGenerator generator_{scripted_clock, scripted_random};
-};
-
-TEST_F(GuidGeneratorTest, HoldsTimeSequenceAndNode) {
-    readings = {{1167609599, 499999}, {1167609599, 500000}};
-    const GUID guid = generator_.make();
-    const uint64_t time = UINT64_C(1167609599) * 10000000 + 5000000 + UINT64_C(0x01B21DD213814000);
-    EXPECT_EQ(guid.Data1, static_cast<uint32_t>(time));
-    EXPECT_EQ(guid.Data2, static_cast<uint16_t>(time >> 32));
-    EXPECT_EQ(guid.Data3, static_cast<uint16_t>(time >> 48) | 0x1000);
-    // Six random values make the node; two more, cut to 13 bits, the sequence.
-    const uint8_t expected[8] = {0x80 | 0x07, 0x08, 0x81, 0x02, 0x03, 0x04, 0x05, 0x06};
-    EXPECT_EQ(std::memcmp(guid.Data4, expected, sizeof expected), 0) << text_of(guid);
+// The text of the GUID made `steps` of 100 ns after the first reading.
+std::string expected_text(int64_t steps, unsigned sequence) {
+    const uint64_t first = UINT64_C(1167609599) * 10000000 + 5000000;
+    const uint64_t time = first + UINT64_C(0x01B21DD213814000) + static_cast<uint64_t>(steps);
+    char text[64];
+    std::snprintf(text, sizeof text, "%08x-%04x-%04x-%04x-870881020304",
+                  static_cast<unsigned>(time & 0xFFFFFFFF),
+                  static_cast<unsigned>(time >> 32 & 0xFFFF),
+                  static_cast<unsigned>(time >> 48 | 0x1000), sequence);
+    return text;
 }
 
-TEST_F(GuidGeneratorTest, TenShareAMicrosecond) {
-    // One reading starts, eleven read the same microsecond; the eleventh GUID needs the next one.
-    readings.assign(12, {1000, 7});
-    std::vector<uint32_t> low;
-    for (int i = 0; i < 12; ++i) {
-        low.push_back(generator_.make().Data1);
+TEST(GuidGenerator, NumbersGuidsOfAMicrosecondAndOfAClockGoneBack) {
+    GuidGenerator generator(scripted_clock, scripted_random);
+    // One reading starts it, eleven read the same microsecond; the eleventh GUID needs the next one.
+    readings.assign(12, {1167609599, 500000});
+    for (const int steps : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 20}) {
+        EXPECT_EQ(text_of(generator.make()), expected_text(steps, 0x9FFF)) << steps;
     }
-    for (size_t i = 1; i < low.size(); ++i) {
-        EXPECT_EQ(low[i] - low[0], i == 11 ? 20U : i) << i;
+    readings.assign(14, {1167609598, 500000});
+    for (const int steps : {0, 1}) {
+        EXPECT_EQ(text_of(generator.make()), expected_text(steps - 10000000, 0x8000))
+            << "thirteen bits, one more; the adjustment starts anew";
     }
-    EXPECT_EQ(next_reading, 12U) << "the clock was read again for the eleventh";
-}
-
-TEST_F(GuidGeneratorTest, ClockGoneBackChangesTheSequence) {
-    next_random = 0xFFFF;
-    random_step = 0;
-    readings = {{1000, 5}, {1000, 5}, {999, 900000}, {999, 900000}};
-    const GUID first = generator_.make();
-    const GUID back = generator_.make();
-    const GUID same = generator_.make();
-    EXPECT_EQ(first.Data4[0] << 8 | first.Data4[1], 0x9FFF);
-    EXPECT_EQ(back.Data4[0] << 8 | back.Data4[1], 0x8000) << "thirteen bits, one more";
-    EXPECT_EQ(first.Data1 - back.Data1, 1000050U);
-    EXPECT_EQ(same.Data1, back.Data1 + 1) << "the adjustment started anew";
-    EXPECT_EQ(same.Data4[1], back.Data4[1]);
 }
 
 TEST(GuidText, IsTheSameOnEveryHost) {
@@ -104,50 +81,39 @@ TEST(GuidText, IsTheSameOnEveryHost) {
 }
 
 TEST(GuidThreads, NeverGetEqualGuids) {
-    constexpr size_t per_thread = 5000;
-    std::vector<std::vector<std::string>> made(4);
+    std::vector<std::vector<GUID>> made(4, std::vector<GUID>(5000));
     std::vector<std::thread> threads;
     for (auto& mine : made) {
         threads.emplace_back([&mine] {
-            for (size_t i = 0; i < per_thread; ++i) {
-                GUID guid;
+            for (GUID& guid : mine) {
                 oruCoCreateGuid(&guid);
-                mine.push_back(text_of(guid));
             }
         });
     }
     std::set<std::string> all;
     for (size_t i = 0; i < threads.size(); ++i) {
         threads[i].join();
-        all.insert(made[i].begin(), made[i].end());
+        for (const GUID& guid : made[i]) {
+            EXPECT_TRUE(all.insert(text_of(guid)).second);
+        }
     }
-    EXPECT_EQ(all.size(), made.size() * per_thread);
-}
-
-size_t open_descriptors() {
-    const support::Directory folder(opendir("/proc/self/fd"));
-    size_t count = 0;
-    while (folder && readdir(folder.get()) != nullptr) {
-        ++count;
-    }
-    return count;
 }
 
 // The name makes GoogleTest run it before any other test has made a GUID.
 TEST(GuidDeathTest, FirstCallDrawsFromRandAndLeaksNothing) {
     const auto first_call = [] {
+        readings = {{1000, 0}};
         std::srand(4711);
-        const GUID expected = portability::GuidGenerator(scripted_clock, std::rand).make();
+        const GUID expected = GuidGenerator(scripted_clock, std::rand).make();
         std::srand(4711);
-        const size_t before = open_descriptors();
+        const auto before = fault_injection::resources_in_use();
         errno = ENOTTY;
         GUID guid;
         oruCoCreateGuid(&guid);
-        const bool good = errno == ENOTTY && open_descriptors() == before &&
+        const bool good = errno == ENOTTY && fault_injection::resources_in_use() == before &&
                           std::memcmp(guid.Data4, expected.Data4, sizeof guid.Data4) == 0;
         std::_Exit(good ? 0 : 1);
     };
-    readings = {{1000, 0}};
     EXPECT_EXIT(first_call(), testing::ExitedWithCode(0), "");
 }
 

@@ -9,35 +9,33 @@
 
 namespace {
 
-TEST(SystemFolders, TellTheirLengthOrTheSizeThatTheyNeed) {
-    char buffer[20] = "kept";
-    EXPECT_EQ(oruGetWindowsDirectory(buffer, 8), 9U);
-    EXPECT_EQ(oruGetSystemDirectory(nullptr, 20), 5U);
-    EXPECT_STREQ(buffer, "kept");
-    EXPECT_EQ(oruGetWindowsDirectory(buffer, 9), 8U);
-    EXPECT_STREQ(buffer, "/Library");
-    EXPECT_EQ(oruGetSystemDirectory(buffer, 5), 4U);
-    EXPECT_STREQ(buffer, "/usr");
-}
-
-TEST(ComputerName, FitsOrIsRefused) {
+TEST(System, TextsFitOrTellTheSizeThatTheyNeed) {
     utsname system;
     ASSERT_EQ(uname(&system), 0);
     const uint32_t length = static_cast<uint32_t>(std::strlen(system.nodename));
-    char name[sizeof system.nodename + 1] = "kept";
-    uint32_t size = length;
-    EXPECT_EQ(oruGetComputerName(name, &size), 0);
-    EXPECT_EQ(size, length);
-    EXPECT_STREQ(name, "kept");
+    char text[sizeof system.nodename + 20] = "kept";
+    for (uint32_t size : {length, length - 1}) {
+        const uint32_t given = size;
+        EXPECT_EQ(oruGetComputerName(text, &size), 0);
+        EXPECT_EQ(size, given);
+    }
+    EXPECT_EQ(oruGetComputerName(text, nullptr), 0);
+    EXPECT_EQ(oruGetWindowsDirectory(text, 8), 9U);
+    EXPECT_EQ(oruGetSystemDirectory(nullptr, 20), 5U);
+    EXPECT_STREQ(text, "kept");
+
+    EXPECT_EQ(oruGetWindowsDirectory(text, 9), 8U);
+    EXPECT_STREQ(text, "/Library");
+    EXPECT_EQ(oruGetSystemDirectory(text, 5), 4U);
+    EXPECT_STREQ(text, "/usr");
+    uint32_t size = length + 1;
     EXPECT_EQ(oruGetComputerName(nullptr, &size), 0);
-    EXPECT_EQ(oruGetComputerName(name, nullptr), 0);
-    size = length + 1;
-    EXPECT_EQ(oruGetComputerName(name, &size), 1);
+    EXPECT_EQ(oruGetComputerName(text, &size), 1);
     EXPECT_EQ(size, length);
-    EXPECT_STREQ(name, system.nodename);
+    EXPECT_STREQ(text, system.nodename);
 }
 
-TEST(Termination, HandlerSetsTheFlag) {
+TEST(System, TheHandlerSetsTheTerminationFlag) {
     EXPECT_EQ(bSigTermReceived, 0);
     const auto former = std::signal(SIGTERM, CatchSIGTERM);
     std::raise(SIGTERM);
