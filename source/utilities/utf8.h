@@ -3,7 +3,7 @@
 // The contract of the public conversions is worded through iconv, but opening a converter costs many
 // times what a short text does, an open one is bound to one thread at a time, and C libraries disagree
 // about faulty text. These functions give what glibc's iconv gives up to the first code above U+10FFFF,
-// on every host and for every input; tests/text and fuzz/text hold the two against each other.
+// on every host and for every input; fuzz/text holds the two against each other.
 //
 // A code has one to four bytes (RFC 3629). Conversion stops at the end of the input or before the first
 // fault: a surrogate, a code above U+10FFFF, a byte out of place or an overlong form.
