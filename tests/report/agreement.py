@@ -1,21 +1,24 @@
 #!/usr/bin/env python3
-"""agreement.py VLRPROPS PROBE: compares the report with what the system's own tools say.
+"""agreement.py VLRPROPS PROBE PROPERTY_LISTS: compares the report with what the system's own tools say, then
+with a machine made up in a root folder of its own.
 
-Runs itself again inside network, host name and mount namespaces of its own, so that it may give the
-machine several interfaces and a name; the machine itself stays as it was. Skips (77) without root.
+Runs itself again inside network, host name and mount namespaces of its own; the machine itself stays as it
+was. Skips (77) where that cannot be, but fails there when CI is set. PROPERTY_LISTS is 1 when the library reads
+them.
 """
 import ipaddress
 import json
 import os
 import shutil
 import socket
+import struct
 import subprocess
 import sys
 import tempfile
 import time
 import unittest
 
-VLRPROPS, PROBE = sys.argv[1:3]
+VLRPROPS, PROBE, PROPERTY_LISTS = sys.argv[1:4]
 MAC = "02:00:5e:10:20:30"
 HOST = "alpha.example.org"
 
@@ -25,8 +28,9 @@ def run(*command, **options):
 
 
 def skip(reason):
-    print("SKIPPED:", reason)
-    sys.exit(77)
+    in_ci = "CI" in os.environ
+    print("FAILED:" if in_ci else "SKIPPED:", reason)
+    sys.exit(1 if in_ci else 77)
 
 
 def enter_namespaces():
@@ -38,14 +42,21 @@ def enter_namespaces():
     if not os.path.exists("/proc/net/if_inet6"):
         skip("no IPv6")
     unshare = ["unshare", "--net", "--uts", "--mount"]
-    trial = unshare + ["sh", "-c", "ip link add v0 type veth peer name v1"]
+    trial = unshare + ["sh", "-ec", """
+        ip link add v0 type veth peer name v1
+        ip tuntap add dev tun0 mode tun
+        mount -t tmpfs none /tmp
+        cd /tmp
+        mkdir upper work root
+        mount -t overlay -o lowerdir=/usr/bin,upperdir=upper,workdir=work overlay root"""]
     if subprocess.run(trial, stderr=subprocess.DEVNULL).returncode != 0:
-        skip("namespaces or interfaces of its own are not allowed here")
+        skip("namespaces, interfaces or an overlay of its own are not allowed here")
     os.execvp(unshare[0], unshare + [sys.executable] + sys.argv + ["--inside"])
 
 
 def make_interfaces():
-    """Several addresses on v0, a link-local one alone on v1, d0 down, tun0 without MAC."""
+    """Several addresses on v0, a link-local one alone on v1, d0 down, and tun0, which has no MAC: its entry in
+    the system's list carries no address at all."""
     for line in f"""
         ip link set lo up
         ip link add v0 address {MAC} type veth peer name v1
@@ -55,11 +66,11 @@ def make_interfaces():
         ip link set v0 up
         ip link set v1 up
         ip link add d0 type veth peer name d1
-        ip addr add 203.0.113.9/24 dev d0""".strip().splitlines():
+        ip addr add 203.0.113.9/24 dev d0
+        ip tuntap add dev tun0 mode tun
+        ip addr add 10.8.0.1/24 dev tun0
+        ip link set tun0 up""".strip().splitlines():
         run(*line.split())
-    if subprocess.run("ip tuntap add dev tun0 mode tun".split()).returncode == 0:
-        run(*"ip addr add 10.8.0.1/24 dev tun0".split())
-        run(*"ip link set tun0 up".split())
     # The link-local addresses come once the carrier is seen.
     deadline = time.monotonic() + 30
     while len([a for a in addresses_of_ip() if a[3].startswith("fe80:")]) < 2:
@@ -150,31 +161,63 @@ class Machine(unittest.TestCase):
         self.assertEqual(file_systems[self.scratch], {"total": "64.00", "free": "44.80"})
         self.assertEqual(int(report()["NumberOfFileSystems"]), len(file_systems))
 
-    def test_version_file(self):
-        """The program runs in a root folder of its own over the machine's, with a version file."""
-        in_folder = """
-            set -e
-            mount -t tmpfs none "$0"
-            cd "$0"
-            mkdir -p upper/System/Library/CoreServices upper/tested work root
-            mount -t overlay -o lowerdir=/,upperdir=upper,workdir=work overlay root || exit 77
-            cat >upper/System/Library/CoreServices/SystemVersion.plist
-            cp "$@" upper/tested
-            mount --rbind /proc root/proc
-            mount --rbind /dev root/dev
-            LD_LIBRARY_PATH=/tested exec chroot root "/tested/${1##*/}" --json"""
-        library = next(line.split()[2] for line in run("ldd", VLRPROPS).splitlines()
-                       if "libvlrcomn" in line)
-        document = ("<plist version='1.0'><dict><key>ProductBuildVersion</key><string>8S165"
-                    "</string><key>ProductVersion</key><string>10.4.11</string></dict></plist>")
-        command = ["unshare", "--mount", "sh", "-c", in_folder, self.scratch, VLRPROPS, library]
-        inside = subprocess.run(command, text=True, input=document, stdout=subprocess.PIPE)
-        if inside.returncode == 77:
-            self.skipTest("no overlay file system")
-        values = json.loads(inside.stdout)
-        self.assertEqual([values[k] for k in ("OSVersion", "OSCsdVersion", "OSBuildNum",
-                                              "OSPlatform")],
-                         ["10.4.11", "11", "8S165", "Workstation"])
+
+class FakeRoot(unittest.TestCase):
+    """vlrprops in a root folder with the machine's own folders, but version files, login records and a
+    directory client that are made up."""
+
+    IN_ROOT = """
+        set -e
+        cd "$0"
+        for entry in /*; do
+            if [ -L "$entry" ]; then cp -P "$entry" root
+            elif [ -d "$entry" ]; then mkdir "root$entry"; mount --rbind "$entry" "root$entry"
+            fi
+        done
+        mount -t overlay -o "lowerdir=/usr/bin,upperdir=bin,workdir=work" overlay root/usr/bin
+        mount -t tmpfs none root/run
+        cp utmp root/run
+        exec chroot root "$@" """
+    DSCL = """#!/bin/sh
+        case $* in
+            '/Search read /Users/alice') echo 'userPrincipalName: Alice@CORP.example.org' ;;
+            '/Search read /Users/carol') echo 'OriginalAuthenticationAuthority: ;x;carol@SALES.example.org;' ;;
+        esac"""
+
+    def properties(self, version, build, server):
+        items = {"ProductVersion": version, "ProductBuildVersion": build}
+        document = "".join(f"<key>{k}</key><string>{v}</string>" for k, v in items.items() if v)
+        with tempfile.TemporaryDirectory(dir=Machine.scratch) as folder:
+            for name in ("root/System/Library/CoreServices", "bin", "work"):
+                os.makedirs(os.path.join(folder, name))
+
+            def write(name, content):
+                with open(os.path.join(folder, name), "wb") as file:
+                    file.write(content)
+                    os.chmod(file.fileno(), 0o755)
+            write("root/System/Library/CoreServices/SystemVersion.plist",
+                  f"<plist version='1.0'><dict>{document}</dict></plist>".encode())
+            if server:
+                write("root/System/Library/CoreServices/ServerVersion.plist", b"")
+            write("bin/dscl", self.DSCL.encode())
+            with open(VLRPROPS, "rb") as program:
+                order = "<>"[program.read(6)[5] - 1]
+            # Type (7 a user, 8 a session that has ended), process, terminal, terminal's short name, user.
+            write("utmp", b"".join(struct.pack(order + "h2xi32s4s32s308x", kind, 1, b"tty", b"1", user)
+                                   for kind, user in ((2, b"reboot"), (7, b"bob"), (7, b"alice"),
+                                                      (8, b"gone"), (7, b"Carol"), (7, b"carol"))))
+            return json.loads(run("unshare", "--mount", "sh", "-c", self.IN_ROOT, folder, VLRPROPS, "--json"))
+
+    def test_versions_and_users(self):
+        cases = ((("10.4.11", "8S165", False), ["10.4.11", "11", "8S165", "Workstation"]),
+                 (("10.5", "", True), ["10.5", "N/A", "10.5", "Server"]))
+        for case, expected in cases:
+            with self.subTest(case):
+                values = self.properties(*case)
+                self.assertEqual([values[k] for k in ("OSVersion", "OSCsdVersion", "OSBuildNum", "OSPlatform")],
+                                 expected if PROPERTY_LISTS == "1" else ["N/A"] * 4)
+                self.assertEqual(values["UserName"], r"corp.example.org\alice,sales.example.org\carol,bob,carol")
+                self.assertEqual((values["IPAddress"], values["ComputerName"]), ("198.51.100.5", "alpha"))
 
 
 def main():
