@@ -1,35 +1,59 @@
-# What `cmake --install` lays down: the library in both forms, the headers, vlrprops, a package config
-# for find_package(vlrcomn), a pkg-config file, the man pages and the gdb printers.
+# What `cmake --install` lays down: the library in both forms, the headers, vlrprops, its manual, the
+# examples, the gdb printers, a package config for find_package(vlrcomn) and a pkg-config file. Three components, each a Debian
+# package of its own (cmake/packages.cmake): runtime, development, tools.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS vlrcomn vlrcomn_static EXPORT vlrcomnTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-if(TARGET vlrprops)
-    install(TARGETS vlrprops RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vlrcomn DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-file(GLOB pages ${PROJECT_SOURCE_DIR}/docs/man/*.3)
-install(FILES ${PROJECT_SOURCE_DIR}/docs/man/vlrprops.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
-install(FILES ${PROJECT_SOURCE_DIR}/tools/gdb/vlrcomn_gdb.py DESTINATION ${CMAKE_INSTALL_DATADIR}/vlrcomn)
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+install(TARGETS vlrprops RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vlrcomn DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    COMPONENT development)
+install(FILES ${PROJECT_SOURCE_DIR}/tools/gdb/vlrcomn_gdb.py DESTINATION ${CMAKE_INSTALL_DATADIR}/vlrcomn
+    COMPONENT development)
+# Installing stripped leaves archives as they are.
+install(CODE "if(CMAKE_INSTALL_DO_STRIP)
+    execute_process(COMMAND \"${CMAKE_STRIP}\" --strip-debug
+        \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/libvlrcomn.a\")
+endif()" COMPONENT development)
+
+# Manual pages: those of programs go with the programs, those of functions with the headers.
+file(GLOB manual_pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/man/*.[1-8])
+foreach(page ${manual_pages})
+    string(REGEX MATCH "[1-8]$" section ${page})
+    set(component tools)
+    if(section EQUAL 3 OR section EQUAL 7)
+        set(component development)
+    endif()
+    install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section} COMPONENT ${component})
+endforeach()
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/vlrcomn)
-install(EXPORT vlrcomnTargets NAMESPACE vlrcomn:: DESTINATION ${package_folder})
+install(EXPORT vlrcomnTargets NAMESPACE vlrcomn:: DESTINATION ${package_folder} COMPONENT development)
 configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/vlrcomnConfig.cmake.in ${PROJECT_BINARY_DIR}/vlrcomnConfig.cmake
     INSTALL_DESTINATION ${package_folder})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/vlrcomnConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/vlrcomnConfig.cmake
-              ${PROJECT_BINARY_DIR}/vlrcomnConfigVersion.cmake DESTINATION ${package_folder})
+install(FILES ${PROJECT_BINARY_DIR}/vlrcomnConfig.cmake ${PROJECT_BINARY_DIR}/vlrcomnConfigVersion.cmake
+    DESTINATION ${package_folder} COMPONENT development)
 
-set(VLRCOMN_PC_PRIVATE_LIBRARIES "-lstdc++ -pthread")
-if(CMAKE_DL_LIBS)
-    string(PREPEND VLRCOMN_PC_PRIVATE_LIBRARIES "-l${CMAKE_DL_LIBS} ")
-endif()
-if(TARGET EXPAT::EXPAT)
-    string(PREPEND VLRCOMN_PC_PRIVATE_LIBRARIES "-lexpat ")
-endif()
+# What a program that is linked with the static library needs besides; pkg-config --static tells it.
+set(VLRCOMN_PC_PRIVATE_LIBRARIES "-pthread")
+foreach(library ${CMAKE_DL_LIBS} stdc++ c++ expat)
+    if(library IN_LIST CMAKE_DL_LIBS OR library IN_LIST CMAKE_CXX_IMPLICIT_LINK_LIBRARIES
+       OR (library STREQUAL "expat" AND TARGET EXPAT::EXPAT))
+        string(PREPEND VLRCOMN_PC_PRIVATE_LIBRARIES "-l${library} ")
+    endif()
+endforeach()
+# The file finds its prefix from its own place, so that the installed tree can be moved.
+set(pkgconfig_folder ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH VLRCOMN_PC_PREFIX ${pkgconfig_folder} ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" VLRCOMN_PC_PREFIX "${VLRCOMN_PC_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/vlrcomn.pc.in ${PROJECT_BINARY_DIR}/vlrcomn.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/vlrcomn.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${PROJECT_BINARY_DIR}/vlrcomn.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+    COMPONENT development)
+
+include(cmake/packages.cmake)

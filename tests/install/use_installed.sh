@@ -1,22 +1,52 @@
 #!/usr/bin/env bash
-# use_installed.sh BUILD-FOLDER CC CXX
+# use_installed.sh prefix|packages BUILD-FOLDER CC CXX
+#
+# Installs into an empty folder, by `cmake --install` or by unpacking the Debian packages, builds the installed
+# examples against what lies there, shared and static, by CMake and by pkg-config, and runs them.
 set -euo pipefail
-build=$1 cc=$2 cxx=$3
-project=$(cd "$(dirname "$0")/project" && pwd)
+way=$1 build=$2 cc=$3 cxx=$4
+run_examples=$(dirname "$0")/../examples/run_examples.sh
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+quietly() { "$@" >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }; }
 
-cmake --install "$build" --prefix "$work/prefix" >"$work/install.log"
-cmake -S "$project" -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" \
-    -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" >"$work/configure.log"
-cmake --build "$work/build" >"$work/build.log" || { cat "$work/build.log"; exit 1; }
-for program in in_c in_cxx_vlrcomn in_cxx_vlrcomn_static; do
-    "$work/build/$program"
+if [ "$way" = packages ]; then
+    type dpkg-shlibdeps file >/dev/null 2>&1 || { echo 'skipped: no dpkg-dev or no file'; exit 77; }
+    quietly cpack --config "$build/CPackConfig.cmake" -B "$work/packages"
+    field() { dpkg-deb -f "$work"/packages/"$1"_*.deb "$2"; }
+    version=$(field libvlrcomn1 Version)
+    [[ $(field libvlrcomn1 Depends) == *'libc6 (>= '*'libstdc++6 (>= '* ]]
+    [[ $(field libvlrcomn-dev Depends) == *"libvlrcomn1 (= $version)"* ]]
+    [[ $(field vlrprops Depends) == *"libvlrcomn1 (= $version)"* ]]
+    [[ $(field vlrprops Description) == 'Property report'* && -n $(field vlrprops Maintainer) ]]
+    for package in "$work"/packages/*.deb; do
+        dpkg-deb -x "$package" "$work/root"
+    done
+    prefix=$work/root/usr
+else
+    quietly cmake --install "$build" --prefix "$work/prefix"
+    prefix=$work/prefix
+fi
+"$prefix/bin/vlrprops" --version | grep -q '^vlrprops '
+[ -e "$prefix/share/man/man1/vlrprops.1" ]
+
+examples=$(find "$prefix" -type d -name examples)
+for form in vlrcomn vlrcomn_static; do
+    quietly cmake -S "$examples" -B "$work/$form" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
+        -DVLRCOMN_LIBRARY="vlrcomn::$form" -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx"
+    quietly cmake --build "$work/$form"
+    quietly "$run_examples" "$work/$form"
 done
+! ldd "$work/vlrcomn_static/worker" | grep vlrcomn || exit 1
 
 command -v pkg-config >/dev/null || { echo 'skipped: no pkg-config'; exit 77; }
-config=$(dirname "$(find "$work/prefix" -name vlrcomn.pc)")
-flags=$(PKG_CONFIG_PATH=$config pkg-config --define-variable=prefix="$work/prefix" --cflags --libs vlrcomn)
-"$cc" "$project/in_c.c" $flags -o "$work/by_pkg_config"
-LD_LIBRARY_PATH=$(dirname "$config") "$work/by_pkg_config"
-"$(find "$work/prefix" -name vlrprops)" --version | grep -q '^vlrprops '
+libraries=$(dirname "$(find "$prefix" -name libvlrcomn.a)")
+flags() { PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config "$@" vlrcomn; }
+for form in --static ''; do
+    linked=$(flags --libs $form)
+    [ "$form" ] && linked=${linked/-lvlrcomn/-l:libvlrcomn.a} || export LD_LIBRARY_PATH=$libraries
+    "$cc" "$examples/worker.c" $(flags --cflags) $linked -o "$work/in_c"
+    "$cxx" -std=c++17 "$examples/hello.cpp" $(flags --cflags) $linked -o "$work/in_cxx"
+    "$work/in_c" | grep -q '^stopped after 3$'
+    "$work/in_cxx" | grep -q ': '
+done
