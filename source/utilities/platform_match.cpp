@@ -104,7 +104,7 @@ std::string_view behind(std::string_view text, std::string_view front) {
 
 uint32_t orumcomn_IsPlatformMatch(const char* platform, const char* list) {
     constexpr uint32_t match = 0;
-    constexpr uint32_t named = 1;
+    constexpr uint32_t version_outside = 1;
 
     Compacted machine;
     Compacted entries;
@@ -132,7 +132,7 @@ uint32_t orumcomn_IsPlatformMatch(const char* platform, const char* list) {
         if (wanted.size() == entry.size()) {
             return match;
         }
-        result = named;
+        result = version_outside;
         const std::string_view range = behind(entry, wanted);
         read_version(range, lower);
         if (const size_t dash = range.find('-'); dash != std::string_view::npos) {

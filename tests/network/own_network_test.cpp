@@ -46,7 +46,8 @@ const char* const commands =
     "addr add 198.51.100.5/24 dev v0\naddr add 203.0.113.9/30 dev v0\n"
     "addr add 2001:db8::5/64 dev v0 nodad\naddr add fe80::1/64 dev v0 nodad\n"
     "addr add ::ffff:10.1.2.3/96 dev v0 nodad\n"
-    // Without a link-layer address: the system lists an entry that has no address at all.
+    // Down; and without a link-layer address: the system lists an entry that has no address at all.
+    "link add v2 type veth peer name v3\naddr add 192.0.2.1/24 dev v2\n"
     "tuntap add dev tun0 mode tun\naddr add 192.0.2.9/24 dev tun0\nlink set tun0 up\n";
 
 class OwnNetwork : public testing::Test {
