@@ -6,8 +6,8 @@
 #include <clocale>
 #include <string>
 
-#include "support/registering.h"
 #include "converter.h"
+#include "support/registering.h"
 #include "vlrcomn/time_text.h"
 
 namespace utf8_bench {

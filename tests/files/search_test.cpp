@@ -104,17 +104,19 @@ TEST_F(Search, RefusesWhatDoesNotFit) {
     folder_.write("file");
     EXPECT_THAT(found(folder_ / std::string(259, '*')), IsSupersetOf({"file"}));
     // Directory and name together over 259 bytes: found, without a status.
-    const intptr_t search = oruFindFirstDirEnt((directory + "f").c_str(), &data_);
-    ASSERT_NE(search, ORU_INVALID_SEARCH);
-    EXPECT_STREQ(data_.name, "file");
-    EXPECT_EQ(data_.modification_time, 0u);
-    EXPECT_EQ(oruFindCloseDirEnt(search), 1);
+    for (const size_t size : {255u, 256u}) {
+        ASSERT_EQ(oruFindFirstDirEnt((directory.substr(0, size) + "f").c_str(), &data_), 1);
+        EXPECT_STREQ(data_.name, "file");
+        EXPECT_EQ(data_.modification_time != 0, size == 255);
+        EXPECT_EQ(oruFindCloseDirEnt(1), 1);
+    }
+    EXPECT_THAT(found(directory + "f"), ElementsAre("file"));
     for (const std::string& path : {directory + "/f*", folder_ / std::string(260, '*')}) {
         nErrno = 0;
         EXPECT_EQ(oruFindFirstDirEnt(path.c_str(), &data_), ORU_INVALID_SEARCH);
         EXPECT_EQ(nErrno, EINVAL);
     }
-    for (const intptr_t handle : {intptr_t{0}, intptr_t{-1}, intptr_t{51}, search}) {
+    for (const intptr_t handle : {intptr_t{0}, intptr_t{-1}, intptr_t{51}, intptr_t{1}}) {
         nErrno = 0;
         EXPECT_EQ(oruFindNextDirEnt(handle, &data_), 0);
         EXPECT_EQ(nErrno, EINVAL);

@@ -91,7 +91,8 @@ void set_clock(std::optional<timeval> now) noexcept {
 
 using namespace fault_injection;
 
-// Every memory of C++ comes through the C allocator, so that one count and one failure serve both.
+// Every memory of C++ comes through the C allocator, so that one count and one failure serve both; the
+// forms for arrays call these.
 // NOLINTBEGIN(cppcoreguidelines-no-malloc)
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return std::malloc(size == 0 ? 1 : size);
@@ -100,22 +101,10 @@ void* operator new(std::size_t size) {
     void* memory = operator new(size, std::nothrow);
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
-void* operator new[](std::size_t size) {
-    return operator new(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return operator new(size, std::nothrow);
-}
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete[](void* memory) noexcept {
-    std::free(memory);
-}
 void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 // NOLINTEND(cppcoreguidelines-no-malloc)

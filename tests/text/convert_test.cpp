@@ -1,4 +1,4 @@
-// Numbers and text, text in the locale's encoding, the tokenizer.
+// Numbers and text, text in the locale's encoding.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -79,14 +79,6 @@ TEST(LocaleText, TheLocaleDecidesTheEncoding) {
     EXPECT_EQ(oruStandardAtoU("\xE2\x82\xAC", 16, wide), 1U) << "the fault does not carry over";
     EXPECT_STREQ(wide, L"\u20AC");
     std::setlocale(LC_CTYPE, "C");
-}
-
-TEST(Tokenizer, TakesTokensApart) {
-    char text[] = ";;a;bc";
-    char* save = nullptr;
-    EXPECT_STREQ(oruTstrtok_r(text, ";", &save), "a");
-    EXPECT_STREQ(oruTstrtok_r(nullptr, ";", &save), "bc");
-    EXPECT_EQ(oruTstrtok_r(nullptr, ";", &save), nullptr);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Wide text and UTF-8 on literal bytes; fuzz/text holds every conversion against iconv.
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 #include "vlrcomn/time_text.h"
@@ -15,22 +16,13 @@ std::wstring wide(uint32_t code) {
 }
 
 TEST(Utf8, CodesAndTheirBytes) {
-    const std::pair<uint32_t, std::string> cases[] = {{0x7F, "\x7F"},
-                                                      {0x80, "\xC2\x80"},
-                                                      {0x7FF, "\xDF\xBF"},
-                                                      {0x800, "\xE0\xA0\x80"},
-                                                      {0xD7FF, "\xED\x9F\xBF"},
-                                                      {0xE000, "\xEE\x80\x80"},
-                                                      {0xFEFF, "\xEF\xBB\xBF"},
-                                                      {0xFFFF, "\xEF\xBF\xBF"},
-                                                      {0x10000, "\xF0\x90\x80\x80"},
-                                                      {0x40000, "\xF1\x80\x80\x80"},
-                                                      {0x10FFFF, "\xF4\x8F\xBF\xBF"}};
-    for (const auto& [code, bytes] : cases) {
-        SCOPED_TRACE(code);
-        EXPECT_EQ(orumcomn::wide_to_ansi(wide(code)), "ABCDEFGHI" + bytes + "Z");
-        EXPECT_EQ(orumcomn::ansi_to_wide("ABCDEFGHI" + bytes + "Z"), wide(code));
-    }
+    const std::wstring codes{0x7F,   0x80,   0x7FF,  0x800,   0xD7FF,
+                             0xE000, 0xFEFF, 0xFFFF, 0x10000, 0x10FFFF};
+    const std::string bytes =
+        "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF"
+        "\xEE\x80\x80\xEF\xBB\xBF\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF";
+    EXPECT_EQ(orumcomn::wide_to_ansi(codes), bytes);
+    EXPECT_EQ(orumcomn::ansi_to_wide(bytes), codes);
     EXPECT_EQ(orumcomn_wide_to_ansi(std::wstring(L"ab\0cd", 5)), "ab") << "the first zero ends it";
     EXPECT_EQ(orumcomn_ansi_to_wide(std::string("ab\0cd", 5)), L"ab");
     const uint16_t one = 1;
@@ -41,30 +33,14 @@ TEST(Utf8, StopsBeforeTheFirstFault) {
     for (const uint32_t code : {0xD800U, 0xDFFFU, 0x110000U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
         EXPECT_EQ(orumcomn_wide_to_ansi(wide(code)), "ABCDEFGHI") << code;
     }
-    for (const std::string fault : {"\x80",
-                                    "\xBF",  // no beginning
-                                    "\xC0\x80",
-                                    "\xC1\xBF",  // overlong
-                                    "\xE0\x80\x80",
-                                    "\xE0\x9F\xBF",
-                                    "\xF0\x80\x80\x80",
-                                    "\xF0\x8F\xBF\xBF",
-                                    "\xED\xA0\x80",
-                                    "\xED\xBF\xBF",  // a surrogate
-                                    "\xF4\x90\x80\x80",
-                                    "\xF5\x80\x80\x80",
-                                    "\xF8\x88\x80\x80\x80",
-                                    "\xFF",  // too large
-                                    "\xC2",
-                                    "\xE2\x82",
-                                    "\xF0\x9F\x98",  // too short
-                                    "\xC2\x41",
-                                    "\xE2\x41\x82",
-                                    "\xE2\x82\x41",
-                                    "\xE2\x82\xC2",
-                                    "\xF0\x41\x98\x80",
-                                    "\xF0\x9F\x41\x80",
-                                    "\xF0\x9F\x98\x41"}) {
+    std::istringstream faults(
+        "\x80 \xBF "  // no beginning
+        "\xC0\x80 \xC1\xBF \xE0\x80\x80 \xE0\x9F\xBF \xF0\x80\x80\x80 \xF0\x8F\xBF\xBF "  // overlong
+        "\xED\xA0\x80 \xED\xBF\xBF "                                                   // surrogates
+        "\xF4\x90\x80\x80 \xF5\x80\x80\x80 \xF8\x88\x80\x80\x80 \xFF "                 // too large
+        "\xC2 \xE2\x82 \xF0\x9F\x98 \xC2\x41 \xE2\x41\x82 \xE2\x82\x41 \xE2\x82\xC2 "  // too short
+        "\xF0\x41\x98\x80 \xF0\x9F\x41\x80 \xF0\x9F\x98\x41");
+    for (std::string fault; faults >> fault;) {
         SCOPED_TRACE(testing::PrintToString(fault));
         EXPECT_EQ(orumcomn_ansi_to_wide("A" + fault), L"A");
         EXPECT_EQ(orumcomn_ansi_to_wide("ABCDEFGHI" + fault + "Z"), L"ABCDEFGHI");
