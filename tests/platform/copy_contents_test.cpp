@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <fstream>
-#include <sstream>
 
 #include "platform/platform.h"
 #include "platform/posix/copy_by_blocks.h"
@@ -37,10 +36,11 @@ TEST_P(CopyContents, FromOnePositionToTheOtherWhateverTheSize) {
     for (const char* folder : {"/tmp", "/dev/shm"}) {
         for (const size_t size : {0U, 1U, 65535U, 65536U, 65537U, 3'000'001U}) {
             SCOPED_TRACE(testing::Message() << size << " bytes to " << folder);
-            std::string text(size, '\0');
-            for (size_t i = 0; i < size; ++i) {
-                text[i] = static_cast<char>(i * 7 + i / 251);
+            std::string text;
+            while (text.size() < size) {
+                text += std::to_string(text.size()) + ' ';
             }
+            text.resize(size);
             const FileDescriptor source = scratch("before" + text);
             const FileDescriptor destination = scratch("kept", folder);
             lseek(source.get(), 6, SEEK_SET);
@@ -52,20 +52,14 @@ TEST_P(CopyContents, FromOnePositionToTheOtherWhateverTheSize) {
 
 // What the kernel's own copy refuses or passes over: appending, files without a size.
 TEST_P(CopyContents, OtherKindsOfFiles) {
-    const FileDescriptor source = scratch("0123456789");
     const FileDescriptor appending = scratch("text ");
     ASSERT_EQ(fcntl(appending.get(), F_SETFL, O_APPEND), 0);
-    lseek(source.get(), 0, SEEK_SET);
     lseek(appending.get(), 0, SEEK_SET);
-    EXPECT_TRUE(GetParam()(source.get(), appending.get()));
-    EXPECT_EQ(contents(appending), "text 0123456789");
-
-    const FileDescriptor sizeless(open("/proc/self/mounts", O_RDONLY));
-    const FileDescriptor destination = scratch();
-    EXPECT_TRUE(GetParam()(sizeless.get(), destination.get()));
-    std::stringstream mounts;
-    mounts << std::ifstream("/proc/self/mounts").rdbuf();
-    EXPECT_EQ(contents(destination), mounts.str());
+    const FileDescriptor sizeless(open("/proc/version", O_RDONLY));
+    EXPECT_TRUE(GetParam()(sizeless.get(), appending.get()));
+    std::string version;
+    std::getline(std::ifstream("/proc/version"), version);
+    EXPECT_EQ(contents(appending), "text " + version + "\n");
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <ifaddrs.h>
 #include <netpacket/packet.h>
-#include <sys/utsname.h>
 
 #include <ctime>
 #include <fstream>
@@ -13,9 +12,6 @@
 namespace velora_com::qel::platform {
 namespace {
 
-using testing::AllOf;
-using testing::Gt;
-using testing::Lt;
 using testing::Optional;
 
 std::string first_word(const char* path) {
@@ -24,30 +20,16 @@ std::string first_word(const char* path) {
     return word;
 }
 
-TEST(Machine, ProcessorIsTheOneThatRunsTheTest) {
-    utsname name = {};
-    ASSERT_EQ(uname(&name), 0);
-    if (std::string(name.machine) != "x86_64") {
-        GTEST_SKIP() << "knows only what a PC answers";
-    }
-    const ProcessorFacts facts = processor_facts();
-    EXPECT_THAT(facts.architecture, Optional(10));
-    EXPECT_THAT(facts.type, Optional(0x69787878));
-    EXPECT_THAT(facts.clock_hz, Optional(AllOf(Gt(100'000'000U), Lt(10'000'000'000U))));
-}
-
 TEST(Machine, AvailableSpaceFailsWithAReason) {
     EXPECT_THAT(available_space("/"),
-                Optional(testing::Field(&AvailableSpace::block_size, Gt(0U))));
+                Optional(testing::Field(&AvailableSpace::block_size, testing::Gt(0U))));
     errno = 0;
     EXPECT_FALSE(available_space("/no such folder"));
     EXPECT_EQ(errno, ENOENT);
 }
 
 TEST(Machine, BootTimeAndUptimeMakeNow) {
-    const auto booted = boot_time();
-    ASSERT_TRUE(booted);
-    EXPECT_NEAR(static_cast<double>(*booted) + std::stod(first_word("/proc/uptime")),
+    EXPECT_NEAR(static_cast<double>(boot_time().value()) + std::stod(first_word("/proc/uptime")),
                 static_cast<double>(std::time(nullptr)), 5.0);
 }
 

@@ -16,12 +16,10 @@ constexpr bool sanitized = true;
 constexpr bool sanitized = false;
 #endif
 
-const std::string head =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-    "<!DOCTYPE plist PUBLIC \"-//Example//DTD PLIST 1.0//EN\" \"http://example.org/plist.dtd\">\n";
-
 std::string in_dictionary(const std::string& items) {
-    return head + "<plist version=\"1.0\">\n<dict>\n" + items + "</dict>\n</plist>\n";
+    return "<?xml version='1.0' encoding='UTF-8'?>\n<!DOCTYPE plist PUBLIC '-//E//DTD//EN' "
+           "'http://example.org/plist.dtd'>\n<plist version='1.0'>\n<dict>\n" +
+           items + "</dict>\n</plist>\n";
 }
 
 std::string repeated(const std::string& piece, size_t times) {
@@ -46,15 +44,14 @@ std::string look_up(const std::string& document) {
     if (!strings) {
         return "no list";
     }
-    EXPECT_EQ(strings->size(), 1U);
-    return strings->front() ? "[" + *strings->front() + "]" : "missing";
+    return strings->at(0) ? "[" + *strings->at(0) + "]" : "missing";
 }
 
 const std::string value = "<key>A</key><string>v</string>";
+const std::string bare = "<plist><dict>" + value + "</dict></plist>";
 
 // Ways of writing, values of other kinds and nesting: see the fuzz target's model.
 TEST(PropertyList, StringsOfTheTopLevel) {
-    const std::string bare = "<plist><dict>" + value + "</dict></plist>";
     const std::pair<std::string, std::string> cases[] = {
         {in_dictionary("<key>A</key><string/>"), "[]"},
         {in_dictionary("<key>A</key><string> a\n b </string>"), "[ a\n b ]"},
@@ -67,9 +64,6 @@ TEST(PropertyList, StringsOfTheTopLevel) {
         {in_dictionary("<key>A</key><string>" + repeated("\xC3\xA9", 128) + "</string>"),
          "missing"},
         {in_dictionary("<key>" + std::string(5000, 'A') + "</key><string>v</string>"), "missing"},
-        {in_dictionary("<key>B</key>" + repeated("<array>", 20000) + repeated("</array>", 20000) +
-                       value),
-         "[v]"},
     };
     for (const auto& [document, expected] : cases) {
         EXPECT_EQ(look_up(document), expected) << document.substr(0, 300);
@@ -77,30 +71,25 @@ TEST(PropertyList, StringsOfTheTopLevel) {
 }
 
 TEST(PropertyList, DocumentsThatAreNone) {
-    const std::string cases[] = {
-        "",
-        "bplist00\xD1\x01\x02QAQv"s,
-        in_dictionary("<key>A</key><string>a\0b</string>"s),
-        in_dictionary("<key>A</key><string>\xC3(</string>"),
-        "<?xml version='1.0' encoding='EBCDIC-9'?><plist><dict/></plist>",
-        in_dictionary(value).substr(0, in_dictionary(value).size() - 10),
-        in_dictionary(value) + "<more/>",
-        "<html><dict>" + value + "</dict></html>",
-        "<dict>" + value + "</dict>",
-        "<plist><array><dict>" + value + "</dict></array></plist>",
-        "<plist><dict>" + value + "</dict><dict/></plist>",
-        "<plist>x<dict>" + value + "</dict></plist>",
-        in_dictionary("<string>v</string>"),
-        in_dictionary(value + "<key>B</key>"),
-        in_dictionary("<key>B</key>" + value),
-        in_dictionary(value + "<key>B</key><set/>"),
-        in_dictionary("<key>A</key><string>v<true/></string>"),
-        in_dictionary("<key>A<true/></key><string>v</string>"),
-        "<!DOCTYPE plist [<!ENTITY b SYSTEM "
-        "'file:///etc/hostname'>]><plist><dict><key>A</key><string>"
-        "&b;</string></dict></plist>",
-    };
-    for (const std::string& document : cases) {
+    for (const std::string& document : {
+             ""s,
+             "bplist00\xD1\x01\x02QAQv"s,
+             in_dictionary("<key>A</key><string>a\0b</string>"s),
+             in_dictionary("<key>A</key><string>\xC3(</string>"),
+             "<?xml version='1.0' encoding='EBCDIC-9'?>" + bare,
+             bare + "<more/>",
+             "<dict>" + value + "</dict>",
+             "<plist><array><dict>" + value + "</dict></array></plist>",
+             "<plist><dict>" + value + "</dict><dict/></plist>",
+             "<plist>x<dict>" + value + "</dict></plist>",
+             in_dictionary("<string>v</string>"),
+             in_dictionary(value + "<key>B</key>"),
+             in_dictionary("<key>B</key>" + value),
+             in_dictionary(value + "<key>B</key><set/>"),
+             in_dictionary("<key>A</key><string>v<true/></string>"),
+             in_dictionary("<key>A<true/></key><string>v</string>"),
+             "<!DOCTYPE plist [<!ENTITY b SYSTEM 'file:///etc/hostname'>]>" + bare,
+         }) {
         EXPECT_EQ(look_up(document), "no list") << document;
     }
 }

@@ -18,7 +18,8 @@ import tempfile
 import time
 import unittest
 
-VLRPROPS, PROBE, PROPERTY_LISTS = sys.argv[1:4]
+VLRPROPS, PROBE = map(os.path.abspath, sys.argv[1:3])
+PROPERTY_LISTS = sys.argv[3]
 MAC = "02:00:5e:10:20:30"
 HOST = "alpha.example.org"
 
@@ -132,6 +133,9 @@ class Machine(unittest.TestCase):
         values = report()
         self.assertEqual(values["ComputerName"], run("uname", "-n").strip().split(".")[0])
         self.assertEqual(values["IPHostName"], HOST)
+        if os.uname().machine == "x86_64":
+            self.assertEqual(values["CPUType"], "Intel X86")
+            self.assertRegex(values["CPUSpeed"], "^[0-9]{3,4} MHz$")
         online = str(os.sysconf("SC_NPROCESSORS_ONLN"))
         if len(os.sched_getaffinity(0)) == int(online):
             online = run("nproc", env={"PATH": os.environ["PATH"]}).strip()
