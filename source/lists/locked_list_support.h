@@ -7,36 +7,23 @@
 
 namespace velora_com::qel::lists {
 
-// Holds a list's lock exclusively for a scope without cancellation points. False when the lock was not
-// granted, to a thread that is not attached: the links are off limits then.
-class ExclusiveHold {
+// Holds a list's lock for a scope without cancellation points. False when `take` was not granted, to a
+// thread that is not attached: the links are off limits then.
+template <int (*take)(orSELock*, int wait)>
+class Hold {
 public:
-    explicit ExclusiveHold(orSELock* lock)
-        : lock_(orSO_SELockExclusive(lock, 1) == 1 ? lock : nullptr) {}
-    ~ExclusiveHold() { orSO_SELockRelease(lock_); }
-    ExclusiveHold(const ExclusiveHold&) = delete;
-    ExclusiveHold& operator=(const ExclusiveHold&) = delete;
+    explicit Hold(orSELock* lock) : lock_(take(lock, 1) == 1 ? lock : nullptr) {}
+    ~Hold() { orSO_SELockRelease(lock_); }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
 
     explicit operator bool() const { return lock_ != nullptr; }
 
 private:
     orSELock* lock_;
 };
-
-// The same, shared and behind queued writers.
-class SharedHold {
-public:
-    explicit SharedHold(orSELock* lock)
-        : lock_(orSO_SELockSharedWaitForExclusive(lock, 1) == 1 ? lock : nullptr) {}
-    ~SharedHold() { orSO_SELockRelease(lock_); }
-    SharedHold(const SharedHold&) = delete;
-    SharedHold& operator=(const SharedHold&) = delete;
-
-    explicit operator bool() const { return lock_ != nullptr; }
-
-private:
-    orSELock* lock_;
-};
+using ExclusiveHold = Hold<orSO_SELockExclusive>;
+using SharedHold = Hold<orSO_SELockSharedWaitForExclusive>;
 
 // Allocates a zeroed header and initialises it. A header whose initialisation fails is freed and gives a
 // null pointer with the status of success: callers test the pointer.

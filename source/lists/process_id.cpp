@@ -5,7 +5,7 @@
 
 namespace velora_com::qel::lists {
 
-std::atomic<uint32_t> cached_process_id{kUnknownProcess};
+std::atomic<uint32_t> cached_process_id{unknown_process};
 
 namespace {
 
@@ -13,7 +13,7 @@ std::atomic<bool> child_forgets{false};
 pthread_once_t watch_once = PTHREAD_ONCE_INIT;
 
 void forget() {
-    cached_process_id.store(kUnknownProcess, std::memory_order_relaxed);
+    cached_process_id.store(unknown_process, std::memory_order_relaxed);
 }
 
 void watch_forks() {

@@ -6,7 +6,7 @@
 
 namespace velora_com::qel::lists {
 
-constexpr uint32_t kUnknownProcess = 0;  // no process that runs this code has the id 0
+constexpr uint32_t unknown_process = 0;  // no process that runs this code has the id 0
 
 // What the system last said; forgotten in a forked child.
 extern std::atomic<uint32_t> cached_process_id;
@@ -17,7 +17,7 @@ uint32_t ask_process_id();
 // a system call.
 inline uint32_t process_id() {
     const uint32_t known = cached_process_id.load(std::memory_order_relaxed);
-    return known != kUnknownProcess ? known : ask_process_id();
+    return known != unknown_process ? known : ask_process_id();
 }
 
 }  // namespace velora_com::qel::lists

@@ -69,7 +69,7 @@ void grant_to_latest_writer(orSELock& lock) {
     lock.count = 1;
     lock.owner = latest.thread;
     lock.owner_process = latest.process;
-    lock.last_transition = kHandedToWriter;
+    lock.last_transition = Transition::handed_to_writer;
     wake_first(lock.writers);
 }
 
@@ -88,7 +88,7 @@ int orSO_SELockExclusive(orSELock* lock, int wait) {
     }
     SpinGuard guard(lock->spin);
     if (may_take_exclusive(*lock)) {
-        grant_exclusive(*lock, kExclusiveGranted);
+        grant_exclusive(*lock, Transition::exclusive_granted);
         return 1;
     }
     guard.pass_on();
@@ -110,7 +110,7 @@ int orSO_SELockExclusiveNotify(orSELock* lock, orSO_NotifyCallback callback, uin
     }
     const SpinGuard guard(lock->spin);
     if (may_take_exclusive(*lock)) {
-        grant_exclusive(*lock, kGrantedByNotify);
+        grant_exclusive(*lock, Transition::granted_by_notify);
         return 1;
     }
     if (callback != nullptr) {
@@ -134,7 +134,7 @@ void orSO_SELockExclusiveToShared(orSELock* lock) {
     }
     const SpinGuard guard(lock->spin);
     lock->owner = ORSO_NO_THREAD;
-    lock->last_transition = kDowngraded;
+    lock->last_transition = Transition::downgraded;
     grant_to_shared_waiters(*lock);
 }
 
@@ -147,7 +147,7 @@ void orSO_SELockRelease(orSELock* lock) {
         return;
     }
     lock->owner = ORSO_NO_THREAD;
-    lock->last_transition = kReleasedToFree;
+    lock->last_transition = Transition::released_to_free;
     if (lock->writers != nullptr) {
         grant_to_latest_writer(*lock);
     } else if (lock->shared_waiters != nullptr) {

@@ -12,9 +12,9 @@ namespace {
 // A record that lies across two cache lines makes an uncontended pair about a tenth slower.
 void* allocate_record() {
 #if defined(VLRCOMN_HAVE_POSIX_MEMALIGN)
-    constexpr size_t kCacheLine = 64;
+    constexpr size_t cache_line = 64;
     void* memory = nullptr;
-    return posix_memalign(&memory, kCacheLine, sizeof(orSELock)) == 0 ? memory : nullptr;
+    return posix_memalign(&memory, cache_line, sizeof(orSELock)) == 0 ? memory : nullptr;
 #else
     return std::malloc(sizeof(orSELock));
 #endif
@@ -35,7 +35,7 @@ uint32_t orSO_SELockCreate(orSELock** lock) {
     }
     std::memset(fresh, 0, sizeof *fresh);
     fresh->owner = ORSO_NO_THREAD;
-    fresh->last_transition = velora_com::qel::lists::kCreated;
+    fresh->last_transition = velora_com::qel::lists::Transition::created;
     orLL_Init(&fresh->shared_waiters);
     orLL_Init(&fresh->writers);
     orLL_Init(&fresh->notifications);

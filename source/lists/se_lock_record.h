@@ -14,12 +14,12 @@ namespace velora_com::qel::lists {
 
 // What a lock's last_transition tells.
 enum Transition : uint32_t {
-    kCreated = 1,
-    kExclusiveGranted = 2,
-    kDowngraded = 3,
-    kReleasedToFree = 4,
-    kHandedToWriter = 5,
-    kGrantedByNotify = 6,
+    created = 1,
+    exclusive_granted = 2,
+    downgraded = 3,
+    released_to_free = 4,
+    handed_to_writer = 5,
+    granted_by_notify = 6,
 };
 
 }  // namespace velora_com::qel::lists
@@ -30,8 +30,8 @@ struct orSELock {
     volatile int32_t spin;     // 0 free, 1 held; guards the rest
     uintptr_t owner;           // identity of the exclusive owner, or ORSO_NO_THREAD
     int32_t count;             // holds
-    orLLItem* shared_waiters;  // Waiter records, latest first
-    orLLItem* writers;  // Waiter records of threads that wait for exclusive access, latest first
+    orLLItem* shared_waiters;  // Waiter records for shared access, latest first
+    orLLItem* writers;         // Waiter records for exclusive access, latest first
     orLLItem* notifications;   // Notification records, latest first
     uint32_t owner_process;    // process of the latest exclusive grant
     uint32_t last_transition;  // a velora_com::qel::lists::Transition

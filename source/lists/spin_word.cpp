@@ -2,36 +2,36 @@
 
 #include <unistd.h>
 
+#include <climits>
+#include <iterator>
+
 #include "support/owners.h"
 #include "vlrcomn/se_lock.h"
 
 namespace velora_com::qel::lists {
-namespace {
 
-constexpr unsigned kTriesAtOnce = 4000;
-constexpr unsigned kTriesPerSleep = 100;
-constexpr useconds_t kSleeps[] = {0, 10'000, 100'000, 1'000'000};
-constexpr unsigned kTriesInAll =
-    kTriesAtOnce + kTriesPerSleep * (sizeof kSleeps / sizeof kSleeps[0]);
-
-// What comes between a failed try, counted from 0, and the next one.
-void back_off(unsigned attempt) {
-    if (attempt >= kTriesAtOnce && attempt < kTriesInAll) {
-        usleep(kSleeps[(attempt - kTriesAtOnce) / kTriesPerSleep]);
+int32_t sleep_after(unsigned failed_tries) {
+    constexpr unsigned tries_at_once = 4000;
+    constexpr unsigned tries_per_sleep = 100;
+    constexpr int32_t sleeps[] = {0, 10'000, 100'000, 1'000'000};
+    if (failed_tries <= tries_at_once) {
+        return no_sleep;
     }
+    const unsigned step = (failed_tries - tries_at_once - 1) / tries_per_sleep;
+    return step < std::size(sleeps) ? sleeps[step] : no_sleep;
 }
-
-}  // namespace
 
 void take_contended_spin(volatile int32_t& spin) {
     const support::ErrnoKeeper errno_keeper;
     // A sleep is a cancellation point; a thread that were cancelled here while it releases a lock could
     // not tell whether it still holds it.
     const support::CancellationOff uncancelled;
-    unsigned attempt = 0;
+    unsigned failed_tries = 0;
     do {
-        back_off(attempt);
-        attempt += attempt < kTriesInAll ? 1 : 0;
+        failed_tries += failed_tries < UINT_MAX ? 1 : 0;
+        if (const int32_t microseconds = sleep_after(failed_tries); microseconds != no_sleep) {
+            usleep(static_cast<useconds_t>(microseconds));
+        }
     } while (!try_to_take_spin(spin));
 }
 

@@ -7,12 +7,16 @@
 
 namespace velora_com::qel::lists {
 
-constexpr int32_t kSpinFree = 0;
-constexpr int32_t kSpinHeld = 1;
+constexpr int32_t spin_free = 0;
+constexpr int32_t spin_held = 1;
 
 inline bool try_to_take_spin(volatile int32_t& spin) {
-    return oruInterlockedExchange(&spin, kSpinHeld) == kSpinFree;
+    return oruInterlockedExchange(&spin, spin_held) == spin_free;
 }
+
+// How many microseconds a thread sleeps between a failed try, counted from 1, and the next one.
+constexpr int32_t no_sleep = -1;
+int32_t sleep_after(unsigned failed_tries);
 
 // Goes on after a first try that failed.
 void take_contended_spin(volatile int32_t& spin);
@@ -25,7 +29,7 @@ inline void take_spin(volatile int32_t& spin) {
 }
 
 inline void release_spin(volatile int32_t& spin) {
-    oruInterlockedExchange(&spin, kSpinFree);
+    oruInterlockedExchange(&spin, spin_free);
 }
 
 // Holds a spin word while it lives. The scope must not contain a cancellation point: where the system

@@ -14,8 +14,7 @@ extern SignalWord bDummyThreadSignalled;
 struct StartBlock {
     pthread_mutex_t* mutex;
     pthread_cond_t* cond;
-    SignalWord*
-        signal;  // the record's bSignalled, or bDummyThreadSignalled once the handle is closed
+    SignalWord* signal;  // the record's bSignalled; bDummyThreadSignalled once the handle is closed
     oruThreadRoutine routine;
     void* parameter;
     oruHandle handle;  // valid as long as `signal` is not redirected
