@@ -1,56 +1,39 @@
-/* A library to be loaded by the tests, which tells the test program of its calls. The kinds are chosen by
- * definitions of the build. */
+/* A library to be loaded by the tests, which tells the test program of its calls; PLAIN makes none. */
 #include <stddef.h>
 #include <stdio.h>
 
 #include "vlrcomn/dynamic_library.h"
 
-#ifndef ANSWER
-#define ANSWER 1
-#endif
-
 int in_every_library(void);
+int in_every_library(void) {
+    return 42;
+}
+
+#ifndef PLAIN
 int DllMain(void* module, uint32_t reason, void* reserved);
 int loadString(void* module, uint32_t id, void* buffer, int size);
 
-/* Defined by the test program. */
-__attribute__((weak)) void library_entered(void* module, uint32_t reason, void* reserved);
-__attribute__((weak)) void library_constructed(uint32_t reason);
+/* Defined by the test program; the constructor and the destructor name no module. */
+__attribute__((weak)) int library_called(void* module, uint32_t reason, void* reserved);
 
-int in_every_library(void) {
-    return 42;
+int DllMain(void* module, uint32_t reason, void* reserved) {
+    return library_called(module, reason, reserved);
+}
+
+__attribute__((constructor)) static void constructed(void) {
+    library_called(NULL, ORU_PROCESS_ATTACH, NULL);
+}
+
+__attribute__((destructor)) static void destroyed(void) {
+    library_called(NULL, ORU_PROCESS_DETACH, NULL);
+}
+
+int loadString(void* module, uint32_t id, void* buffer, int size) {
+    return snprintf((char*)buffer, (size_t)size, "%s %u", module != NULL ? "text" : "",
+                    (unsigned)id);
 }
 
 #ifdef __ELF__
 __asm__(".globl symbol_without_address\nsymbol_without_address = 0\n");
 #endif
-
-#ifdef WITH_ENTRY_POINT
-int DllMain(void* module, uint32_t reason, void* reserved) {
-    if (library_entered != NULL) {
-        library_entered(module, reason, reserved);
-    }
-    return ANSWER;
-}
-#endif
-
-#ifdef WITH_CONSTRUCTOR
-__attribute__((constructor)) static void constructed(void) {
-    if (library_constructed != NULL) {
-        library_constructed(ORU_PROCESS_ATTACH);
-    }
-}
-
-__attribute__((destructor)) static void destroyed(void) {
-    if (library_constructed != NULL) {
-        library_constructed(ORU_PROCESS_DETACH);
-    }
-}
-#endif
-
-#ifdef WITH_STRINGS
-int loadString(void* module, uint32_t id, void* buffer, int size) {
-    return snprintf((char*)buffer, (size_t)size, "%s %u", module != NULL ? "text" : "",
-                    (unsigned)id);
-}
 #endif

@@ -1,3 +1,5 @@
+#include "vlrcomn/linked_list.h"
+
 #include <gtest/gtest.h>
 
 #include <iterator>
@@ -5,9 +7,13 @@
 #include <random>
 #include <vector>
 
-#include "vlrcomn/linked_list.h"
-
 namespace {
+
+// A removed item keeps its links, so that a walk may go on from it.
+void expect_links(const LinkedListItem& item, const LinkedListItem& expected) {
+    ASSERT_EQ(item.next, expected.next);
+    ASSERT_EQ(item.previous, expected.previous);
+}
 
 TEST(LinkedList, BehavesAsAList) {
     std::mt19937 random(1);
@@ -21,29 +27,24 @@ TEST(LinkedList, BehavesAsAList) {
             const bool at_head = random() % 2 == 0;
             ASSERT_EQ((at_head ? LinkedList_AddHead : LinkedList_AddTail)(list, &fresh), 1);
             model.insert(at_head ? model.begin() : model.end(), &fresh);
-        } else {
-            const bool at_tail = random() % 2 == 0 && !model.empty();
-            const auto index =
-                static_cast<uint32_t>(at_tail ? model.size() - 1 : random() % (model.size() + 2));
-            LinkedListItem* expected = nullptr;
-            LinkedListItem kept{};
-            if (index < model.size()) {
-                const auto position = std::next(model.begin(), static_cast<int>(index));
-                expected = *position;
-                kept = *expected;
-                model.erase(position);
-            }
-            ASSERT_EQ(LinkedList_PeekAt(list, index), expected);
-            ASSERT_EQ(at_tail ? LinkedList_RemoveTail(list) : LinkedList_RemoveAt(list, index),
-                      expected);
-            if (expected != nullptr) {
-                ASSERT_EQ(expected->next, kept.next) << "a removed item keeps its links";
-                ASSERT_EQ(expected->previous, kept.previous);
-            }
+        } else if (const size_t index = random() % (model.size() + 2); index < model.size()) {
+            const auto position = std::next(model.begin(), static_cast<int>(index));
+            LinkedListItem* const item = *position;
+            const LinkedListItem kept = *item;
+            const bool as_tail = index == model.size() - 1 && random() % 2 == 0;
+            ASSERT_EQ(LinkedList_PeekAt(list, static_cast<uint32_t>(index)), item);
+            ASSERT_EQ(as_tail ? LinkedList_RemoveTail(list)
+                              : LinkedList_RemoveAt(list, static_cast<uint32_t>(index)),
+                      item);
+            expect_links(*item, kept);
+            model.erase(position);
         }
-        ASSERT_EQ(LinkedList_GetCount(list), static_cast<int>(model.size()));
-        const LinkedListItem* before = nullptr;
-        for (const LinkedListItem* expected : model) {
+        const auto count = static_cast<uint32_t>(model.size());
+        ASSERT_EQ(LinkedList_GetCount(list), static_cast<int>(count));
+        ASSERT_EQ(LinkedList_PeekAt(list, count), nullptr);
+        ASSERT_EQ(LinkedList_RemoveAt(list, count), nullptr);
+        LinkedListItem* before = nullptr;
+        for (LinkedListItem* expected : model) {
             ASSERT_EQ(before == nullptr ? list->head : before->next, expected);
             ASSERT_EQ(expected->previous, before);
             before = expected;
@@ -69,11 +70,8 @@ TEST(LinkedList, RefusesNull) {
         EXPECT_EQ(LinkedList_RemoveTail(handle), nullptr);
         EXPECT_EQ(LinkedList_PeekAt(handle, 0), nullptr);
         EXPECT_EQ(LinkedList_RemoveAt(handle, 0), nullptr);
-        EXPECT_EQ(LinkedList_RemoveAt(handle, UINT32_MAX), nullptr);
     }
 }
-
-using LinkedListDeathTest = testing::Test;
 
 TEST(LinkedListDeathTest, BrokenPreconditionsAreAssertions) {
     EXPECT_DEATH(LinkedList_Init(nullptr),
@@ -89,6 +87,57 @@ TEST(LinkedListDeathTest, BrokenPreconditionsAreAssertions) {
     LinkedListHeader no_tail{nullptr, &only, 1};
     EXPECT_DEATH(LinkedList_RemoveAt(&no_tail, 0),
                  "../source/Linklist:238: LinkedList_RemoveAt: Assertion `lpMain->lpTail' failed");
+}
+
+// Heads and tails of the intrusive lists are tested with the locked lists, which are built on them.
+TEST(IntrusiveLists, LoseAnItemAtAnyPlace) {
+    for (size_t place = 0; place < 3; ++place) {
+        orLLItem items[3], *head = items;
+        orLL_Init(&head);
+        orLL2Node nodes[5] = {{nodes + 1, nodes}};
+        for (size_t i = 0; i < 3; ++i) {
+            orLL_XInsertHead(&head, &items[2 - i]);
+            nodes[i + 1] = {&nodes[i + 2], &nodes[i]};
+        }
+        nodes[4] = {&nodes[4], &nodes[3]};
+        EXPECT_EQ(orLL_XGetStart(head), &items[0]);
+        orLL_XRemove(place == 0 ? &head : &items[place - 1].next, &items[place]);
+        orLL2_XRemove(&nodes[place + 1]);
+        const size_t first = place == 0 ? 1 : 0, second = place == 2 ? 1 : 2;
+        EXPECT_EQ(head, &items[first]);
+        EXPECT_EQ(orLL_XGetNext(head), &items[second]);
+        EXPECT_EQ(orLL_XGetNext(&items[second]), nullptr);
+        EXPECT_EQ(orLL2_XGetNext(&nodes[0]), &nodes[first + 1]);
+        EXPECT_EQ(orLL2_XGetNext(&nodes[first + 1]), &nodes[second + 1]);
+        EXPECT_EQ(orLL2_XGetPrev(&nodes[4]), &nodes[second + 1]);
+        EXPECT_EQ(orLL2_XGetPrev(&nodes[second + 1]), &nodes[first + 1]);
+        EXPECT_EQ(nodes[place + 1].next, &nodes[place + 2]) << "the node's own links stay";
+        EXPECT_EQ(nodes[place + 1].previous, &nodes[place]);
+    }
+}
+
+TEST(IntrusiveLists, IgnoreNull) {
+    orLLItem item{&item}, *head = nullptr;
+    orLL_Init(nullptr);
+    orLL_XInsertHead(nullptr, &item);
+    orLL_XInsertHead(&head, nullptr);
+    orLL_XRemove(nullptr, &item);
+    orLL_XRemove(&head, nullptr);
+    EXPECT_EQ(orLL_XRemoveHead(nullptr), nullptr);
+    EXPECT_EQ(orLL_XRemoveHead(&head), nullptr);
+    EXPECT_EQ(head, nullptr);
+    EXPECT_EQ(item.next, &item);
+    EXPECT_EQ(orLL_XGetNext(nullptr), nullptr);
+    EXPECT_EQ(orLL_IsEmpty(nullptr), 1);
+
+    orLL2Node alone{nullptr, nullptr}, front{&alone, nullptr}, half{nullptr, &front};
+    orLL2_XRemove(nullptr);
+    orLL2_XRemove(&alone);
+    orLL2_XRemove(&half);
+    EXPECT_EQ(front.next, nullptr);
+    EXPECT_EQ(orLL2_XGetNext(nullptr), nullptr);
+    EXPECT_EQ(orLL2_XGetPrev(nullptr), nullptr);
+    EXPECT_EQ(orLL2_XIsEnd(nullptr), 1);
 }
 
 }  // namespace

@@ -2,11 +2,10 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <sched.h>
+#include <pthread.h>
 
-#include <condition_variable>
+#include <atomic>
 #include <functional>
-#include <mutex>
 #include <thread>
 #include <utility>
 
@@ -16,28 +15,22 @@
 
 namespace locks {
 
-using velora_com::qel::lists::SpinGuard;
-
 // Attaches the calling thread for a scope.
-class Attached {
-public:
+struct Attached {
     Attached() { EXPECT_EQ(orSO_ThreadAttach(), 1u); }
     ~Attached() { EXPECT_EQ(orSO_ThreadDetach(), 1); }
-    Attached(const Attached&) = delete;
-    Attached& operator=(const Attached&) = delete;
 };
 
 // Sets the registry up for one test and attaches the test's own thread.
-class Registry {
-public:
-    Registry() {}  // lets clang make const ones
-
-private:
-    struct Process {
-        Process() { EXPECT_GE(orSO_ProcessAttach(), 0); }
-        ~Process() { EXPECT_EQ(orSO_ProcessDetach(), 1); }
-    } process_;
-    Attached self_;
+struct Registry {
+    Registry() {
+        EXPECT_GE(orSO_ProcessAttach(), 0);
+        EXPECT_EQ(orSO_ThreadAttach(), 1u);
+    }
+    ~Registry() {
+        EXPECT_EQ(orSO_ThreadDetach(), 1);
+        EXPECT_EQ(orSO_ProcessDetach(), 1);
+    }
 };
 
 // Owns a lock.
@@ -46,8 +39,6 @@ public:
     Lock() { EXPECT_EQ(orSO_SELockCreate(&lock_), ORU_SUCCESS); }
     ~Lock() { orSO_Release(lock_); }
     Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-
     operator orSELock*() const { return lock_; }
     orSELock* operator->() const { return lock_; }
 
@@ -55,49 +46,53 @@ private:
     orSELock* lock_ = nullptr;
 };
 
+using Mode = int (*)(orSELock* lock, int wait);
+constexpr Mode exclusive = orSO_SELockExclusive;
+constexpr Mode shared_behind_writers = orSO_SELockSharedWaitForExclusive;
+constexpr Mode shared_past_writers = orSO_SELockSharedStarveExclusive;
+
 // An attached thread that does one job after another.
 class Peer {
 public:
     ~Peer() {
-        start([this] { ended_ = true; });
-        thread_.join();
+        if (thread_.joinable()) {
+            run([this] { ended_ = true; });
+            thread_.join();
+        }
     }
     void start(std::function<void()> job) {
         finish();
-        const std::lock_guard guard(mutex_);
         job_ = std::move(job);
-        changed_.notify_all();
+        busy_ = true;
     }
     void finish() {
-        std::unique_lock guard(mutex_);
-        changed_.wait(guard, [this] { return !job_; });
+        while (busy_) {
+            sched_yield();
+        }
     }
     void run(std::function<void()> job) {
         start(std::move(job));
         finish();
     }
-    bool is_busy() {
-        const std::lock_guard guard(mutex_);
-        return job_ != nullptr;
-    }
+    bool is_busy() const { return busy_; }
+    // Has the thread leave its job unfinished and end.
+    void cancel() { pthread_cancel(thread_.native_handle()); }
+    void join() { thread_.join(); }
 
 private:
     void work() {
         const Attached attached;
         while (!ended_) {
-            std::unique_lock guard(mutex_);
-            changed_.wait(guard, [this] { return job_ != nullptr; });
-            guard.unlock();
-            job_();
-            guard.lock();
-            job_ = nullptr;
-            changed_.notify_all();
+            if (busy_) {
+                job_();
+                busy_ = false;
+            }
+            sched_yield();
         }
     }
 
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::function<void()> job_;
+    std::function<void()> job_;  // the thread's while it is busy
+    std::atomic<bool> busy_{false};
     bool ended_ = false;
     std::thread thread_{[this] { work(); }};
 };
@@ -106,13 +101,18 @@ inline int length(const orLLItem* queue) {
     return queue == nullptr ? 0 : 1 + length(queue->next);
 }
 
-// Waits until that many threads wait for exclusive and for shared access.
-inline void until_queued(orSELock* lock, int writers, int readers) {
-    for (;; sched_yield()) {
-        const SpinGuard guard(lock->spin);
-        if (length(lock->writers) == writers && length(lock->shared_waiters) == readers) {
-            return;
-        }
+// How many threads wait for the lock.
+inline int queued(orSELock* lock) {
+    const velora_com::qel::lists::SpinGuard guard(lock->spin);
+    return length(lock->writers) + length(lock->shared_waiters);
+}
+
+// Has an idle peer wait for the lock, and returns once it does.
+inline void queue(Peer& peer, orSELock* lock, Mode mode) {
+    const int before = queued(lock);
+    peer.start([=] { EXPECT_EQ(mode(lock, 1), 1); });
+    while (queued(lock) == before) {
+        sched_yield();
     }
 }
 

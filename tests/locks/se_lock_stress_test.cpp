@@ -5,7 +5,6 @@
 #include <atomic>
 #include <deque>
 #include <random>
-#include <thread>
 #include <vector>
 
 #include "locks/peers.h"
@@ -13,7 +12,10 @@
 
 namespace {
 
-struct Arena {
+using namespace locks;
+
+class Arena {
+public:
     // Takes the lock in a mode of chance and checks who else is inside.
     void play(std::mt19937::result_type choice) {
         const int wait = choice % 8 != 0;
@@ -22,96 +24,88 @@ struct Arena {
             if (then < 2) {
                 orSO_SELockExclusiveUnnotify(lock, count_news, address(), 0);
             }
-        } else if (mode == 1 || (mode == 0 && orSO_SELockExclusive(lock, wait) == 1)) {
+        } else if (mode == 1 || (mode == 0 && exclusive(lock, wait) == 1)) {
             write(then);
-        } else if ((mode == 2 && orSO_SELockSharedStarveExclusive(lock, wait) == 1) ||
-                   (mode == 3 && orSO_SELockSharedWaitForExclusive(lock, wait) == 1)) {
-            read();
+        } else if ((mode == 2 && shared_past_writers(lock, wait) == 1) ||
+                   (mode == 3 && shared_behind_writers(lock, wait) == 1)) {
+            ++readers_;
+            EXPECT_EQ(writers_, 0);
+            read_and_leave();
         }
     }
+    void expect_left_in_order() {
+        EXPECT_EQ(value_, writes_);
+        EXPECT_EQ(lock->count, 0);
+        EXPECT_EQ(lock->owner, ORSO_NO_THREAD);
+        EXPECT_EQ(queued(lock), 0);
+    }
 
-    const locks::Lock lock;
-    uint32_t value = 0;  // guarded by the lock and nothing else
-    std::atomic<uint32_t> writes{0};
-    std::atomic<int> writers{0}, readers{0}, news{0};
+    const Lock lock;
 
 private:
     static int count_news(uintptr_t arena, uint32_t event, uintptr_t, uint32_t) {
         auto& self = *reinterpret_cast<Arena*>(arena);
-        if (event == ORSO_NOTIFY_FREE) {
-            EXPECT_EQ(self.writers + self.readers, 0);
-        }
-        return ++self.news % 3;
+        EXPECT_TRUE(event != ORSO_NOTIFY_FREE || self.writers_ + self.readers_ == 0);
+        return ++self.news_ % 3;
     }
     uintptr_t address() { return reinterpret_cast<uintptr_t>(this); }
 
     void write(unsigned long then) {
-        EXPECT_EQ(writers++, 0);
-        EXPECT_EQ(readers, 0);
-        ++value;
+        EXPECT_EQ(writers_++, 0);
+        EXPECT_EQ(readers_, 0);
+        ++value_;
         sched_yield();  // lets others run into the held lock
-        ++writes;
+        ++writes_;
         if (then == 0) {
-            EXPECT_EQ(orSO_SELock(lock, value % 2 == 0, 1), 1) << "recursive";
+            EXPECT_EQ(orSO_SELock(lock, value_ % 2 == 0, 1), 1) << "recursive";
             orSO_SELockRelease(lock);
         }
-        EXPECT_EQ(writers--, 1);
+        EXPECT_EQ(writers_--, 1);
         if (then == 1) {
-            ++readers;
+            ++readers_;
             orSO_SELockExclusiveToShared(lock);
             read_and_leave();
         } else {
             orSO_SELockRelease(lock);
         }
     }
-    void read() {
-        ++readers;
-        EXPECT_EQ(writers, 0);
-        read_and_leave();
-    }
     void read_and_leave() {
         sched_yield();
-        EXPECT_EQ(value, writes);
-        --readers;
+        EXPECT_EQ(value_, writes_);
+        --readers_;
         orSO_SELockRelease(lock);
     }
+
+    uint32_t value_ = 0;  // guarded by the lock and nothing else
+    std::atomic<uint32_t> writes_{0};
+    std::atomic<int> writers_{0}, readers_{0}, news_{0};
 };
 
 class SELockStress : public testing::TestWithParam<int> {};
+INSTANTIATE_TEST_SUITE_P(Threads, SELockStress, testing::Values(2, 3, 4, 8, 16));
 
 TEST_P(SELockStress, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {
-    const locks::Registry registry;
+    const Registry registry;
     Arena arena;
-    std::deque<locks::Peer> peers(static_cast<size_t>(GetParam()));
+    std::deque<Peer> peers(static_cast<size_t>(GetParam()));
     std::vector<oruHandle> events;
-    for (locks::Peer& peer : peers) {
+    for (Peer& peer : peers) {
         peer.run([&] { events.push_back(reinterpret_cast<oruHandle>(orSO_GetThread())); });
     }
-    std::atomic<bool> over{false};
-    std::thread trouble([&] {
-        for (size_t turn = 0; !over; ++turn) {
-            oruSetEvent(events[turn % events.size()]);
-            sched_yield();
-        }
-    });
     unsigned seed = 1000;
-    for (locks::Peer& peer : peers) {
-        peer.start([&arena, random = std::mt19937(seed++)]() mutable {
+    for (Peer& peer : peers) {
+        peer.start([&, random = std::mt19937(seed++)]() mutable {
             for (int round = 0; round < 8000 / GetParam(); ++round) {
-                arena.play(random());
+                const auto choice = random();
+                oruSetEvent(events[choice % events.size()]);  // somebody's spurious wake-up
+                arena.play(choice);
             }
         });
     }
-    for (locks::Peer& peer : peers) {
+    for (Peer& peer : peers) {
         peer.finish();
     }
-    over = true;
-    trouble.join();
-    EXPECT_EQ(arena.value, arena.writes);
-    EXPECT_EQ(arena.lock->count, 0);
-    EXPECT_EQ(arena.lock->owner, ORSO_NO_THREAD);
-    EXPECT_EQ(locks::length(arena.lock->writers) + locks::length(arena.lock->shared_waiters), 0);
+    arena.expect_left_in_order();
 }
-INSTANTIATE_TEST_SUITE_P(Threads, SELockStress, testing::Values(2, 3, 4, 8, 16));
 
 }  // namespace

@@ -1,132 +1,89 @@
-#include "portability/tls_index.h"
 #include "support/fault_injection.h"
+
+#include "portability/tls_index.h"
 #include "sync_support.h"
 
 using namespace sync_test;
 using fault_injection::FailNth;
-using fault_injection::walk_failures;
 
 namespace {
 
-uint32_t do_nothing(void*) {
-    return 0;
-}
-
-// Walks a creating function; every failure is to be reported.
-template <typename Create>
-void walk(Create create, int at_least) {
-    oruHandle handle = nullptr;
-    const auto walked = walk_failures(
-        [&] {
-            handle = create();
-            return handle != nullptr && handle != ORU_INVALID_HANDLE;
-        },
-        [&] {
-            oruWaitForSingleObject(handle, ORU_INFINITE);
-            oruCloseHandle(handle);
-        });
+// Fails each call that `create` makes: it reports every one, notes exhausted memory, and keeps nothing.
+template <typename Create, typename Release>
+void expect_all_undone(int at_least, Create create, Release release) {
+    const auto noting = [&] {
+        errno = 0;
+        const int noted = refusal(create);
+        EXPECT_EQ(noted == ENOMEM, errno == ENOMEM);
+        return noted < 0;
+    };
+    const auto walked = fault_injection::walk_failures(noting, release);
     EXPECT_GE(walked.calls, at_least);
     EXPECT_EQ(walked.tolerated, 0);
 }
 
-class Faults : public Bounded {};
-
-TEST_F(Faults, CreatingFunctionsUndoWhatTheyBegan) {
-    walk([] { return oruCreateEvent(nullptr, 1, 1, ""); }, 5);
-    walk([] { return oruCreateMutex(nullptr, 0, nullptr); }, 5);
-    // Owned by its creator: released by the walk's wait only if it is free.
-    walk(
-        [] {
-            const oruHandle mutex = oruCreateMutex(nullptr, 1, nullptr);
-            if (mutex != nullptr) {
-                const FailNth none(0);
-                oruReleaseMutex(mutex);
-            }
-            return mutex;
-        },
-        6);
-    walk([] { return oruBeginThread(nullptr, 0, do_nothing, nullptr, 0, nullptr); }, 8);
-    walk([] { return oruCreateThread(nullptr, 0, do_nothing, nullptr, 0, nullptr); }, 8);
+oruHandle begin_thread() {
+    const auto do_nothing = [](void*) { return 0u; };
+    const oruHandle thread = oruBeginThread(nullptr, 0, do_nothing, nullptr, 0, nullptr);
+    return thread != ORU_INVALID_HANDLE ? thread : nullptr;
 }
 
-TEST_F(Faults, AnIndexIsTakenOnlyWithItsKey) {
+TEST(Faults, CreatingFunctionsUndoWhatTheyBegan) {
+    oruHandle handle = nullptr;
+    const auto close = [&] {
+        oruWaitForSingleObject(handle, ORU_INFINITE);
+        oruCloseHandle(handle);
+    };
+    expect_all_undone(
+        5, [&] { return handle = oruCreateEvent(nullptr, 1, 1, ""); }, close);
+    expect_all_undone(
+        5, [&] { return handle = oruCreateMutex(nullptr, 0, nullptr); }, close);
+    const auto release_and_close = [&] {
+        EXPECT_EQ(oruReleaseMutex(handle), 1);
+        close();
+    };
+    const auto create_owned = [&] { return handle = oruCreateMutex(nullptr, 1, nullptr); };
+    expect_all_undone(6, create_owned, release_and_close);
+    expect_all_undone(
+        8, [&] { return handle = begin_thread(); }, close);
     uint32_t index = 0;
-    const auto walked = walk_failures(
-        [&] {
-            index = oruTlsAlloc();
-            return index != ORU_TLS_OUT_OF_INDEXES;
-        },
-        [&] { EXPECT_EQ(oruTlsFree(index), 1); });
-    EXPECT_EQ(walked.calls, 2);
-    EXPECT_EQ(walked.tolerated, 0);
-    EXPECT_EQ(velora_com::qel::portability::pTlsKeyTable[0], 0u);
+    const auto free_index = [&] { EXPECT_EQ(oruTlsFree(index), 1); };
+    expect_all_undone(
+        2, [&] { return (index = oruTlsAlloc()) + 1; }, free_index);
+    EXPECT_EQ(pTlsKeyTable[0], 0u);
 }
 
-TEST_F(Faults, FailuresAreNotedAndKeptInErrno) {
-    const auto failing = [](const char* call, int nth, auto create) {
-        return noted_by([&] {
-            errno = 0;
-            const FailNth failure(nth, call);
-            create();
-        });
-    };
-    const auto event = [] { EXPECT_EQ(oruCreateEvent(nullptr, 1, 1, nullptr), nullptr); };
-    const auto mutex = [] { EXPECT_EQ(oruCreateMutex(nullptr, 0, nullptr), nullptr); };
-    const auto thread = [] {
-        EXPECT_EQ(oruBeginThread(nullptr, 0, do_nothing, nullptr, 0, nullptr), ORU_INVALID_HANDLE);
-    };
-    EXPECT_EQ(failing("malloc", 1, event), static_cast<uint32_t>(ENOMEM));
-    EXPECT_EQ(oruGetLastError(), ORU_ERROR_NO_MORE_ITEMS);
-    EXPECT_EQ(failing("pthread_cond_init", 1, event), 0u);
-    EXPECT_EQ(failing("pthread_cond_broadcast", 1, event), static_cast<uint32_t>(EBUSY));
-    for (int nth = 1; nth <= 2; ++nth) {
-        EXPECT_EQ(failing("malloc", nth, mutex), static_cast<uint32_t>(ENOMEM));
-    }
-    for (int nth = 1; nth <= 3; ++nth) {
-        EXPECT_EQ(failing("malloc", nth, thread), static_cast<uint32_t>(ENOMEM));
-        EXPECT_EQ(oruGetLastError(), ORU_ERROR_NO_MORE_ITEMS);
-    }
-    EXPECT_EQ(failing("pthread_create", 1, thread), 0u);
-}
-
-// Every call of an event or mutex whose lock, broadcast or clock fails gives its failure and leaves the
-// record unlocked.
-TEST_F(Faults, AFailingStepLeavesNothingLocked) {
-    const Handle event = make_event();
-    const Handle mutex = make_mutex();
+// Whatever step of an operation fails, the record is left unlocked.
+TEST(Faults, AFailingStepLeavesNothingLocked) {
+    const Handle event = make_event(), mutex = make_mutex(), owned = make_mutex(1);
     const auto fails = [](const char* call, const Handle& handle, auto operation) {
-        SCOPED_TRACE(call);
-        uint32_t result = 1;
-        {
-            FailNth failure(1, call);
-            result = static_cast<uint32_t>(operation());
-            failure.disarm();
-            EXPECT_NE(failure.fired(), nullptr);
-        }
-        EXPECT_EQ(result, 0u);
-        EXPECT_EQ(pthread_mutex_trylock(&handle->mutex), 0);
-        pthread_mutex_unlock(&handle->mutex);
+        FailNth failure(1, call);
+        const auto result = static_cast<uint32_t>(operation(handle.get()));
+        failure.disarm();
+        EXPECT_STREQ(failure.fired(), call);
+        EXPECT_EQ(result, 0u) << call;
+        expect_unlocked(handle);
     };
-    fails("pthread_mutex_lock", event, [&] { return oruSetEvent(event.get()); });
-    fails("pthread_mutex_lock", event, [&] { return oruResetEvent(event.get()); });
-    fails("pthread_mutex_lock", event, [&] { return wait_for(event, 0); });
-    fails("pthread_mutex_lock", event, [&] { return oruCloseHandle(event.get()); });
-    fails("gettimeofday", event, [&] { return wait_for(event, 1000); });
-    fails("pthread_cond_broadcast", event, [&] { return oruSetEvent(event.get()); });
-    fails("pthread_mutex_trylock", mutex, [&] { return wait_for(mutex, 0); });
-    fails("pthread_mutex_lock", mutex, [&] { return oruReleaseMutex(mutex.get()); });
-    EXPECT_EQ(wait_for(mutex), ORU_WAIT_SIGNALLED);
-    fails("pthread_cond_broadcast", mutex, [&] { return oruReleaseMutex(mutex.get()); });
+    const auto look = [](oruHandle handle) { return oruWaitForSingleObject(handle, 0); };
+    const auto sleep = [](oruHandle handle) { return oruWaitForSingleObject(handle, 1000); };
+    fails("pthread_mutex_lock", event, oruSetEvent);
+    fails("pthread_mutex_lock", event, oruResetEvent);
+    fails("pthread_mutex_lock", event, look);
+    fails("pthread_mutex_lock", event, oruCloseHandle);
+    fails("gettimeofday", event, sleep);
+    fails("pthread_cond_broadcast", event, oruSetEvent);
+    fails("pthread_mutex_trylock", mutex, look);
+    fails("pthread_mutex_lock", mutex, oruReleaseMutex);
+    fails("pthread_cond_broadcast", owned, oruReleaseMutex);
+    const FailNth failure(1, "pthread_cond_broadcast");
+    EXPECT_EQ(refusal([] { return oruCreateEvent(nullptr, 1, 1, nullptr); }), EBUSY);
 }
 
-TEST_F(Faults, TheDeadlineIsNotCarriedIntoTheSeconds) {
-    const Handle reset = make_event();
-    const Handle set = make_event(1);
-    const Handle owned = make_mutex(1);
+TEST(Faults, TheDeadlineIsNotCarriedIntoTheSeconds) {
+    const Handle reset = make_event(), set = make_event(1), owned = make_mutex(1);
     const struct {
         int32_t microsecond;
-        uint32_t milliseconds;
-        uint32_t result;
+        uint32_t milliseconds, result;
     } cases[] = {
         {999'999, 0, ORU_WAIT_TIMEOUT},
         {0, 999, ORU_WAIT_TIMEOUT},
@@ -144,7 +101,8 @@ TEST_F(Faults, TheDeadlineIsNotCarriedIntoTheSeconds) {
         EXPECT_EQ(wait_for(reset, c.milliseconds), c.result);
         EXPECT_EQ(wait_for(owned, c.milliseconds), c.result);
         EXPECT_EQ(wait_for(set, c.milliseconds), ORU_WAIT_SIGNALLED) << "needs no deadline";
-        EXPECT_EQ(oruResetEvent(reset.get()), 1) << "unlocked";
+        expect_unlocked(reset);
+        expect_unlocked(owned);
     }
     fault_injection::set_clock(std::nullopt);
 }

@@ -1,71 +1,48 @@
+// Handles, waits and interlocked operations in one thread, and the cancellation of a waiting one.
+#include "vlrcomn/handle.h"
+
 #include <fcntl.h>
 
+#include <chrono>
 #include <cstring>
-#include <fstream>
+#include <map>
+#include <thread>
+#include <vector>
 
+#include "support/temporary_folder.h"
 #include "sync_support.h"
+#include "vlrcomn/file.h"
 
-using namespace velora_com::qel::portability;
+using namespace sync_test;
 
 namespace {
-
-class FileHandle : public testing::Test {
-protected:
-    void make(int delete_on_close) {
-        std::snprintf(path_, sizeof path_, "%s/vlrcomn-handle-XXXXXX", testing::TempDir().c_str());
-        record_ = make_handle_record(ORU_KIND_FILE).release();
-        file_ = new FileRecord{mkstemp(path_), delete_on_close, 0, {}};
-        std::memcpy(file_->path, path_, sizeof path_);
-        record_->pData = file_;
-    }
-    void TearDown() override { unlink(path_); }
-    bool file_exists() { return access(path_, F_OK) == 0; }
-
-    char path_[200] = {};
-    oruHandle record_ = nullptr;
-    FileRecord* file_ = nullptr;
-};
 
 TEST(CloseHandle, FreesOnTheLastReferenceOfAKnownKind) {
     EXPECT_EQ(oruCloseHandle(nullptr), 1);
     EXPECT_EQ(oruCloseHandle(ORU_INVALID_HANDLE), 1);
-    const HandleRecordOwner unknown = make_handle_record(4);
-    EXPECT_EQ(oruCloseHandle(unknown.get()), 0);
-    const oruHandle event = oruCreateEvent(nullptr, 1, 0, nullptr);
+    EXPECT_EQ(oruCloseHandle(make_handle_record(4).get()), 0);
+    const oruHandle event = make_event().release();
     event->nRefCount = 2;
     EXPECT_EQ(oruCloseHandle(event), 1);
     EXPECT_EQ(oruSetEvent(event), 1);
     EXPECT_EQ(oruCloseHandle(event), 1);
 }
 
-TEST_F(FileHandle, ClosesTheDescriptorAndDeletesOnlyForExactlyOne) {
-    for (const int delete_on_close : {0, 1, 2}) {
-        make(delete_on_close);
-        const int descriptor = file_->descriptor;
-        EXPECT_EQ(oruCloseHandle(record_), 1);
-        EXPECT_EQ(fcntl(descriptor, F_GETFD), -1);
-        EXPECT_EQ(file_exists(), delete_on_close != 1);
-        unlink(path_);
-    }
-}
-
-TEST_F(FileHandle, KeepsTheRecordWhenAStepFails) {
-    make(1);
-    const int descriptor = file_->descriptor;
-    unlink(path_);
-    EXPECT_EQ(oruCloseHandle(record_), 0);
+TEST(CloseHandle, KeepsTheRecordOfAFileWhenAStepFails) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "file";
+    HandleRecordOwner file(oruCreateFileAW(path.c_str(), ORU_ACCESS_WRITE, 0, nullptr,
+                                           ORU_CREATE_NEW, ORU_DELETE_ON_CLOSE, nullptr));
+    const std::unique_ptr<FileRecord> record(static_cast<FileRecord*>(file->pData));
+    unlink(path.c_str());
+    EXPECT_EQ(oruCloseHandle(file.get()), 0);
     EXPECT_EQ(oruGetLastError(), ORU_ERROR_HANDLE_EOF);
-    EXPECT_EQ(fcntl(descriptor, F_GETFD), -1);
-    EXPECT_EQ(oruCloseHandle(record_), 0) << "spent: a second close has no effect";
-    delete file_;
-    HandleRecordDeleter()(record_);
+    EXPECT_EQ(fcntl(record->descriptor, F_GETFD), -1);
+    EXPECT_EQ(oruCloseHandle(file.get()), 0) << "spent: a second close has no effect";
 }
 
 TEST(LastError, TranslatesByName) {
-    const struct {
-        uint32_t code;
-        std::initializer_list<int> errors;
-    } groups[] = {
+    const std::map<uint32_t, std::vector<int>> errors_of{
         {0, {0}},
         {38, {ENOENT, EIO, ENXIO, ENOLCK}},
         {126, {ESRCH, EINTR, EBADF, ENODEV}},
@@ -76,13 +53,125 @@ TEST(LastError, TranslatesByName) {
         {19, {EROFS}},
         {0x80000008, {EPERM, EEXIST, ENOTDIR, EPIPE, ERANGE, ENOSYS, ETIMEDOUT, 4000, -1}},
     };
-    for (const auto& group : groups) {
-        for (const int error : group.errors) {
+    for (const auto& [code, errors] : errors_of) {
+        for (const int error : errors) {
             errno = error;
-            EXPECT_EQ(oruGetLastError(), group.code) << std::strerror(error);
+            EXPECT_EQ(oruGetLastError(), code) << std::strerror(error);
             EXPECT_EQ(errno, error);
         }
     }
+}
+
+TEST(Wait, RefusesWhatDoesNotFit) {
+    const auto file = make_handle_record(ORU_KIND_FILE);
+    const Handle event = make_event(1), mutex = make_mutex();
+    const auto refuses = [](auto call, oruHandle other, int noted_for_null, int noted_for_invalid) {
+        EXPECT_EQ(refusal([=] { return call(nullptr); }), noted_for_null);
+        EXPECT_EQ(refusal([=] { return call(ORU_INVALID_HANDLE); }), noted_for_invalid);
+        EXPECT_EQ(refusal([=] { return call(other); }), EINVAL);
+    };
+    const auto look = [](oruHandle handle) { return oruWaitForSingleObject(handle, 0); };
+    refuses(oruSetEvent, mutex.get(), EINVAL, EINVAL);
+    refuses(oruResetEvent, mutex.get(), EINVAL, 0);
+    refuses(oruReleaseMutex, event.get(), 0, EINVAL);
+    refuses(look, file.get(), EINVAL, EINVAL);
+    for (const auto& [manual_reset, name] : {std::pair{0, ""}, {2, ""}, {1, "named"}}) {
+        EXPECT_EQ(oruCreateEvent(nullptr, manual_reset, 0, name), nullptr);
+    }
+    const oruHandle handles[] = {event.get(), nullptr};
+    const auto multiple = oruWaitForMultipleObjects;
+    EXPECT_EQ(multiple(1, handles, 1, ORU_INFINITE), ORU_WAIT_FAILED) << "wait for all";
+    EXPECT_EQ(multiple(1, handles, 0, 0), ORU_WAIT_TIMEOUT) << "looks at nothing";
+    EXPECT_EQ(multiple(0, handles, 0, 10), ORU_WAIT_FAILED);
+    EXPECT_EQ(multiple(1, nullptr, 0, 10), ORU_WAIT_FAILED);
+    EXPECT_EQ(multiple(1, handles + 1, 0, 10), ORU_WAIT_FAILED) << "a bad handle";
+}
+
+TEST(Wait, AnEventStaysAsItIsPut) {
+    const Handle event = make_event(1);
+    EXPECT_EQ(wait_for(event), ORU_WAIT_SIGNALLED);
+    EXPECT_EQ(wait_for(event, 0), ORU_WAIT_SIGNALLED);
+    EXPECT_EQ(oruResetEvent(event.get()), 1);
+    EXPECT_EQ(wait_for(event, 0), ORU_WAIT_TIMEOUT);
+    EXPECT_EQ(oruSetEvent(event.get()), 1);
+    EXPECT_EQ(wait_for(event, 0), ORU_WAIT_SIGNALLED);
+    EXPECT_EQ(wait_for(make_event(2), 0), ORU_WAIT_TIMEOUT) << "a flag of 2 is false";
+}
+
+TEST(Wait, OnlyTheOwnerReleasesAMutex) {
+    const Handle mutex = make_mutex(1);
+    EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_TIMEOUT) << "not recursive";
+    std::thread([&] {
+        EXPECT_EQ(oruReleaseMutex(mutex.get()), 0);
+        EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_TIMEOUT);
+    }).join();
+    EXPECT_EQ(oruReleaseMutex(mutex.get()), 1);
+    EXPECT_EQ(oruReleaseMutex(mutex.get()), 0) << "free";
+    EXPECT_EQ(wait_for(make_mutex(2), 0), ORU_WAIT_SIGNALLED) << "a flag of 2 is false";
+}
+
+TEST(Wait, LooksAtOneHandleAfterAnotherForTenMilliseconds) {
+    const Handle event = make_event(), event_set = make_event(1), mutex = make_mutex();
+    const oruHandle reset = event.get(), set = event_set.get();
+    const struct {
+        std::vector<oruHandle> handles;
+        uint32_t limit, result;
+    } cases[] = {
+        {{set, reset}, 10, 2},
+        {{reset, set}, 20, 3},  // index 1 reads as a time-out
+        {{reset, reset, mutex.get()}, 30, 4},
+        {{reset, reset, set}, 20, ORU_WAIT_TIMEOUT},
+        {{reset, reset, set}, 21, 4},
+        {{reset, reset}, 30, ORU_WAIT_TIMEOUT},  // round the end
+    };
+    const auto start = std::chrono::steady_clock::now();
+    for (const auto& [handles, limit, expected] : cases) {
+        const auto count = static_cast<uint32_t>(handles.size());
+        uint32_t result = ORU_WAIT_FAILED;
+        while (result == ORU_WAIT_FAILED) {  // by contract, in the last 10 ms of a second
+            result = oruWaitForMultipleObjects(count, handles.data(), 2, limit);
+        }
+        EXPECT_EQ(result, expected) << count << " handles, " << limit << " ms";
+    }
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(95));
+    EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_TIMEOUT) << "the multiple wait took it";
+}
+
+template <uint32_t limit>
+void* wait_until_cancelled(void* handle) {
+    for (;;) {
+        oruWaitForSingleObject(static_cast<oruHandle>(handle), limit);
+    }
+}
+
+TEST(Wait, CancellationLeavesNothingLocked) {
+    const Handle event = make_event(), mutex = make_mutex(1);
+    for (int round = 0; round < 120; ++round) {
+        const Handle& handle = round % 2 == 0 ? event : mutex;
+        const auto routine =
+            round % 4 < 2 ? wait_until_cancelled<ORU_INFINITE> : wait_until_cancelled<1'000'000>;
+        pthread_t thread;
+        ASSERT_EQ(pthread_create(&thread, nullptr, routine, handle.get()), 0);
+        for (int turn = 0; turn < round / 2; ++turn) {
+            sched_yield();  // cancelled before, while and after it goes to sleep
+        }
+        pthread_cancel(thread);
+        void* result = nullptr;
+        pthread_join(thread, &result);
+        EXPECT_EQ(result, PTHREAD_CANCELED);
+        expect_unlocked(handle);
+    }
+}
+
+TEST(Interlocked, CountsAndExchanges) {
+    int32_t word = INT32_MAX;
+    EXPECT_EQ(oruInterlockedIncrement(&word), INT32_MIN);
+    EXPECT_EQ(oruInterlockedDecrement(&word), INT32_MAX);
+    EXPECT_EQ(oruInterlockedExchange(&word, -1), INT32_MAX);
+    EXPECT_EQ(word, -1);
+    EXPECT_EQ(refusal([] { return oruInterlockedIncrement(nullptr); }), EINVAL);
+    EXPECT_EQ(refusal([] { return oruInterlockedDecrement(nullptr); }), EINVAL);
+    EXPECT_EQ(refusal([] { return oruInterlockedExchange(nullptr, 1); }), EINVAL);
 }
 
 }  // namespace

@@ -8,11 +8,8 @@
 #include "sync_support.h"
 
 using namespace sync_test;
-using namespace velora_com::qel::portability;
 
 namespace {
-
-class Stress : public Bounded {};
 
 // Runs `body(number)` on `count` threads that start together.
 template <typename Body>
@@ -36,17 +33,15 @@ uint32_t add_one(void* counter) {
     return 0;
 }
 
-TEST_F(Stress, ManyWaitersShareOneMutex) {
-    constexpr int threads = 16;
-    constexpr int rounds = 150;
+TEST(Stress, ManyWaitersShareOneMutex) {
+    constexpr int threads = 16, rounds = 150;
     const Handle mutex = make_mutex();
     int guarded = 0;  // no atomic: the mutex is all that protects it
     together(threads, [&](int number) {
         for (int round = 0; round < rounds; ++round) {
             // Every third thread gives up now and then; a failed or late wait must not own it.
-            const bool timed = number % 3 == 0;
-            while (wait_for(mutex, timed ? static_cast<uint32_t>(round % 3) : ORU_INFINITE) !=
-                   ORU_WAIT_SIGNALLED) {
+            const auto limit = number % 3 == 0 ? static_cast<uint32_t>(round % 3) : ORU_INFINITE;
+            while (wait_for(mutex, limit) != ORU_WAIT_SIGNALLED) {
             }
             ++guarded;
             if (round % 4 == 0) {
@@ -59,9 +54,8 @@ TEST_F(Stress, ManyWaitersShareOneMutex) {
     EXPECT_EQ(wait_for(mutex, 0), ORU_WAIT_SIGNALLED);
 }
 
-TEST_F(Stress, ThreadsEndWhileTheyAreWaitedForAndClosed) {
-    constexpr int starters = 6;
-    constexpr int rounds = 400;
+TEST(Stress, ThreadsEndWhileTheyAreWaitedForAndClosed) {
+    constexpr int starters = 6, rounds = 400;
     std::atomic<int> ran{0};
     together(starters, [&](int number) {
         for (int round = 0; round < rounds; ++round) {
@@ -69,13 +63,12 @@ TEST_F(Stress, ThreadsEndWhileTheyAreWaitedForAndClosed) {
             while ((thread = start_thread(add_one, &ran)) == nullptr) {
                 sched_yield();  // the system's bound on threads
             }
+            // Waits; or sees the end as early as can be, before the broadcast; or closes at once.
             if (number % 3 == 0) {
                 EXPECT_EQ(wait_for(thread), ORU_WAIT_SIGNALLED);
-            } else if (number % 3 == 1) {
-                // Sees the flag as early as can be and closes at once, before the broadcast.
-                while (wait_for(thread, 0) != ORU_WAIT_SIGNALLED) {
-                    sched_yield();
-                }
+            }
+            while (number % 3 == 1 && wait_for(thread, 0) != ORU_WAIT_SIGNALLED) {
+                sched_yield();
             }
         }
     });
@@ -84,50 +77,22 @@ TEST_F(Stress, ThreadsEndWhileTheyAreWaitedForAndClosed) {
     }
 }
 
-TEST_F(Stress, EventsAreSetAndResetUnderWaiters) {
-    constexpr int waiters = 6;
-    constexpr int rounds = 200;
-    const Handle event = make_event();
-    std::atomic<int> waiting{waiters};
-    together(waiters + 1, [&](int number) {
-        if (number < waiters) {
-            for (int round = 0; round < rounds; ++round) {
-                EXPECT_EQ(wait_for(event), ORU_WAIT_SIGNALLED);
-            }
-            --waiting;
-            return;
-        }
-        while (waiting != 0) {
-            EXPECT_EQ(oruSetEvent(event.get()), 1);
-            sched_yield();
-            EXPECT_EQ(oruResetEvent(event.get()), 1);
-        }
-    });
-}
-
-TEST_F(Stress, InterlockedOperationsLoseNothing) {
-    constexpr int threads = 4;
-    constexpr int rounds = 5000;
+TEST(Stress, IncrementsAndDecrementsLoseNothing) {
+    constexpr int threads = 4, rounds = 5000;
     int32_t counter = 0;
-    int32_t turn = -1;
-    std::atomic<uint32_t> sum{0};  // wraps, which loses nothing
-    together(threads, [&](int number) {
+    together(threads, [&](int) {
         for (int round = 0; round < rounds; ++round) {
             oruInterlockedIncrement(&counter);
             oruInterlockedIncrement(&counter);
             oruInterlockedDecrement(&counter);
-            sum += static_cast<uint32_t>(oruInterlockedExchange(&turn, number * rounds + round));
         }
     });
     EXPECT_EQ(counter, threads * rounds);
-    // Each value stored is returned once, but for the one that is left.
-    constexpr uint32_t stored = threads * rounds;
-    EXPECT_EQ(sum + static_cast<uint32_t>(turn), stored * (stored - 1) / 2 - 1);
 }
 
 // Indices are swept, by two ends at once, while others read and write through them, and the system gives
 // their keys anew to strangers: neither side ever sees a value that it did not store.
-TEST_F(Stress, ReadersAndStrangersSurviveTheSweep) {
+TEST(Stress, ReadersAndStrangersSurviveTheSweep) {
     constexpr int sweeps = 100;
     std::atomic<int> ends{0};
     together(6, [&](int number) {

@@ -3,30 +3,17 @@
 
 #include <gtest/gtest.h>
 #include <pthread.h>
-#include <unistd.h>
 
-#include <atomic>
-#include <cstdlib>
 #include <memory>
 
 #include "portability/errors.h"
 #include "portability/handle_object.h"
-#include "vlrcomn/handle.h"
 #include "vlrcomn/sync.h"
 #include "vlrcomn/thread.h"
 
 namespace sync_test {
 
-// A test that hangs ends the program ("Alarm clock") instead of the build; VLRCOMN_TEST_PATIENCE
-// multiplies the time for slow machines and emulators.
-class Bounded : public testing::Test {
-protected:
-    Bounded() {
-        const char* patience = std::getenv("VLRCOMN_TEST_PATIENCE");
-        alarm(100u * (patience != nullptr ? static_cast<unsigned>(std::atoi(patience)) : 1u));
-    }
-    ~Bounded() override { alarm(0); }
-};
+using namespace velora_com::qel::portability;
 
 struct CloseHandle {
     void operator()(oruHandle handle) const { EXPECT_EQ(oruCloseHandle(handle), 1); }
@@ -46,18 +33,16 @@ inline uint32_t wait_for(const Handle& handle, uint32_t milliseconds = ORU_INFIN
     return oruWaitForSingleObject(handle.get(), milliseconds);
 }
 
-// Shows that the frame it lives in was left through its destructors.
-struct DestructionMark {
-    ~DestructionMark() { destroyed = true; }
-    std::atomic<bool>& destroyed;
-};
+inline void expect_unlocked(const Handle& handle) {
+    EXPECT_EQ(pthread_mutex_trylock(&handle->mutex), 0);
+    pthread_mutex_unlock(&handle->mutex);
+}
 
-// What a call noted in the layer's error word.
+// What a refused call, whose result is 0, noted in the layer's error word; -1 when it was not refused.
 template <typename Call>
-uint32_t noted_by(Call call) {
-    velora_com::qel::portability::nErrno = 0;
-    call();
-    return velora_com::qel::portability::nErrno;
+int refusal(Call call) {
+    nErrno = 0;
+    return call() ? -1 : static_cast<int>(nErrno);
 }
 
 }  // namespace sync_test
