@@ -9,12 +9,6 @@
 
 namespace {
 
-// A removed item keeps its links, so that a walk may go on from it.
-void expect_links(const LinkedListItem& item, const LinkedListItem& expected) {
-    ASSERT_EQ(item.next, expected.next);
-    ASSERT_EQ(item.previous, expected.previous);
-}
-
 TEST(LinkedList, BehavesAsAList) {
     std::mt19937 random(1);
     std::vector<LinkedListItem> items(20000);
@@ -29,14 +23,14 @@ TEST(LinkedList, BehavesAsAList) {
             model.insert(at_head ? model.begin() : model.end(), &fresh);
         } else if (const size_t index = random() % (model.size() + 2); index < model.size()) {
             const auto position = std::next(model.begin(), static_cast<int>(index));
-            LinkedListItem* const item = *position;
-            const LinkedListItem kept = *item;
+            const LinkedListItem *item = *position, kept = *item;
             const bool as_tail = index == model.size() - 1 && random() % 2 == 0;
             ASSERT_EQ(LinkedList_PeekAt(list, static_cast<uint32_t>(index)), item);
             ASSERT_EQ(as_tail ? LinkedList_RemoveTail(list)
                               : LinkedList_RemoveAt(list, static_cast<uint32_t>(index)),
                       item);
-            expect_links(*item, kept);
+            ASSERT_EQ(item->next, kept.next) << "a removed item keeps its links";
+            ASSERT_EQ(item->previous, kept.previous);
             model.erase(position);
         }
         const auto count = static_cast<uint32_t>(model.size());

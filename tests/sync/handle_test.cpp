@@ -28,11 +28,19 @@ TEST(CloseHandle, FreesOnTheLastReferenceOfAKnownKind) {
     EXPECT_EQ(oruCloseHandle(event), 1);
 }
 
-TEST(CloseHandle, KeepsTheRecordOfAFileWhenAStepFails) {
+TEST(CloseHandle, DeletesForExactlyOneAndKeepsTheRecordWhenAStepFails) {
     const TemporaryFolder folder;
     const std::string path = folder / "file";
-    HandleRecordOwner file(oruCreateFileAW(path.c_str(), ORU_ACCESS_WRITE, 0, nullptr,
-                                           ORU_CREATE_NEW, ORU_DELETE_ON_CLOSE, nullptr));
+    const auto create = [&] {
+        return oruCreateFileAW(path.c_str(), ORU_ACCESS_WRITE, 0, nullptr, ORU_CREATE_NEW,
+                               ORU_DELETE_ON_CLOSE, nullptr);
+    };
+    const oruHandle kept = create();
+    static_cast<FileRecord*>(kept->pData)->delete_on_close = 2;
+    EXPECT_EQ(oruCloseHandle(kept), 1);
+    EXPECT_EQ(unlink(path.c_str()), 0);
+
+    const HandleRecordOwner file(create());
     const std::unique_ptr<FileRecord> record(static_cast<FileRecord*>(file->pData));
     unlink(path.c_str());
     EXPECT_EQ(oruCloseHandle(file.get()), 0);

@@ -77,17 +77,24 @@ TEST(Stress, ThreadsEndWhileTheyAreWaitedForAndClosed) {
     }
 }
 
-TEST(Stress, IncrementsAndDecrementsLoseNothing) {
-    constexpr int threads = 4, rounds = 5000;
-    int32_t counter = 0;
+TEST(Stress, InterlockedOperationsLoseNothing) {
+    constexpr int threads = 4, rounds = 100'000;
+    int32_t counter = 0, taken = 0;
+    int guarded = 0;  // by `taken`
     together(threads, [&](int) {
         for (int round = 0; round < rounds; ++round) {
             oruInterlockedIncrement(&counter);
             oruInterlockedIncrement(&counter);
             oruInterlockedDecrement(&counter);
+            while (oruInterlockedExchange(&taken, 1) != 0) {
+                sched_yield();
+            }
+            ++guarded;
+            oruInterlockedExchange(&taken, 0);
         }
     });
     EXPECT_EQ(counter, threads * rounds);
+    EXPECT_EQ(guarded, threads * rounds);
 }
 
 // Indices are swept, by two ends at once, while others read and write through them, and the system gives
