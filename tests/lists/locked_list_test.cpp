@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -69,7 +70,13 @@ protected:
     typename Family::List* list_ = nullptr;
 };
 using Families = testing::Types<Stack, Deque>;
-TYPED_TEST_SUITE(LockedList, Families);
+struct FamilyNames {
+    template <typename Family>
+    static std::string GetName(int) {
+        return Family::two_ended ? "orSLL2" : "orSLL";
+    }
+};
+TYPED_TEST_SUITE(LockedList, Families, FamilyNames);
 
 TYPED_TEST(LockedList, BehavesAsAList) {
     auto* const list = this->list_;
