@@ -23,8 +23,8 @@ typedef struct GUID {
     uint32_t Data1; /**< Low 32 bits of the time stamp. */
     uint16_t Data2; /**< Bits 32 to 47 of the time stamp. */
     uint16_t Data3; /**< Bits 48 and up of the time stamp, with the version, 1, in the top digit. */
-    uint8_t
-        Data4[8]; /**< Clock sequence with the variant in the top bits (2 bytes), node (6 bytes). */
+    /** Clock sequence with the variant in the top bits (2 bytes), node (6 bytes). */
+    uint8_t Data4[8];
 } GUID;
 
 /** Bytes that oruUuidToStringA writes: 36 characters and a terminator. */

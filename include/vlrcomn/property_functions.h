@@ -67,7 +67,10 @@ VLRCOMN_API std::wstring orumcomn_get_os_build_number();
 VLRCOMN_API std::wstring orumcomn_get_os_oem_id();
 /** Code of the platform. @return the value of "PlatformID" */
 VLRCOMN_API std::wstring orumcomn_get_os_platform_id();
-/** Logged-on users. A namesake with C linkage and arguments is in agent_identity.h. @return the value of "UserName" */
+/**
+ * Logged-on users. A namesake with C linkage and arguments is in agent_identity.h.
+ * @return the value of "UserName"
+ */
 VLRCOMN_API std::wstring orumcomn_get_user_name();
 /** Name of the time zone. @return the value of "TimeZone" */
 VLRCOMN_API std::wstring orumcomn_get_time_zone();

@@ -72,8 +72,8 @@ public:
     /**
      * Waits for the signals of the set and calls their callbacks until one arrives that has none.
      *
-     * Failed waits, and signals that are not in the set, are logged at velora_com::qel::SyslogInfo and passed over;
-     * so is the end of the loop logged. The calling thread must have the signals blocked. Waiting
+     * Failed waits, and signals that are not in the set, are logged at velora_com::qel::SyslogInfo and
+     * passed over; so is the end of the loop logged. The calling thread must have the signals blocked. Waiting
      * is a cancellation point: a cancelled thread leaves nothing behind.
      */
     void operator()();

@@ -54,7 +54,7 @@ std::vector<std::wstring> wrapped(const std::wstring& text, size_t width) {
         while (end < text.size() && used + character_columns(text[end]) <= width) {
             used += character_columns(text[end]);
             ++end;
-            if (std::wcschr(L" ,/", text[end - 1]) != nullptr) {
+            if (std::wcschr(L" ,/-.", text[end - 1]) != nullptr) {
                 breakable = end;
             }
         }
