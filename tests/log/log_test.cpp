@@ -88,6 +88,7 @@ class SignalLoop : public testing::Test {
 protected:
     SignalLoop() {
         logged.clear();
+        usr2_calls = 0;
         pthread_sigmask(SIG_SETMASK, nullptr, &former_);
     }
     ~SignalLoop() override { pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
