@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstring>
 
+#include "portability/find_table.h"
 #include "support/config.h"
 
 static_assert(sizeof(oruFindData) == 284, "the record has one layout on every host");
@@ -16,33 +17,27 @@ namespace velora_com::qel::portability {
 
 namespace {
 
-// Directory and name as one path.
-class JoinedName {
-public:
-    JoinedName(const char* directory, const char* name) {
-        const char* const separator = std::strcmp(directory, ".") == 0 ? "/" : "";
-        for (const char* part : {directory, separator, name}) {
-            append(part);
-        }
+// What stands between a directory, as a search keeps it, and a name.
+const char* separator_behind(const char* directory) {
+    return std::strcmp(directory, ".") == 0 ? "/" : "";
+}
+
+// Whether directory and name make a path that is looked at.
+bool is_path(const char* directory, const char* name) {
+    return std::strlen(directory) + std::strlen(separator_behind(directory)) + std::strlen(name) <
+           search_text_size;
+}
+
+bool status_of_path(const char* directory, const char* name, struct stat& status) {
+    if (!is_path(directory, name)) {
+        return false;
     }
-
-    explicit operator bool() const { return fits_; }
-    const char* c_str() const { return text_; }
-
-private:
-    void append(const char* part) {
-        const size_t length = std::strlen(part);
-        fits_ = fits_ && length < sizeof text_ - length_;
-        if (fits_) {
-            std::memcpy(text_ + length_, part, length + 1);
-            length_ += length;
-        }
-    }
-
-    char text_[260] = "";
-    size_t length_ = 0;
-    bool fits_ = true;
-};
+    char path[search_text_size];
+    std::strcpy(path, directory);
+    std::strcat(path, separator_behind(directory));
+    std::strcat(path, name);
+    return ::stat(path, &status) == 0;
+}
 
 void copy_name(oruFindData& data, const char* name) {
     data = {};
@@ -61,15 +56,13 @@ void copy_status(oruFindData& data, const struct stat& status) {
 void fill_find_data(oruFindData& data, const dirent& entry, const char* directory,
                     [[maybe_unused]] DIR* stream) {
     copy_name(data, entry.d_name);
-    const JoinedName path(directory, entry.d_name);
-    if (!path) {
-        return;
-    }
     struct stat status;
 #if defined(VLRCOMN_HAVE_OPENAT)
-    const bool known = ::fstatat(dirfd(stream), entry.d_name, &status, 0) == 0;
+    // No path is put together for each of the many entries of a search.
+    const bool known =
+        is_path(directory, entry.d_name) && ::fstatat(dirfd(stream), entry.d_name, &status, 0) == 0;
 #else
-    const bool known = ::stat(path.c_str(), &status) == 0;
+    const bool known = status_of_path(directory, entry.d_name, status);
 #endif
     if (known) {
         copy_status(data, status);
@@ -84,9 +77,8 @@ oruFindData* oruSetFindDataDirEnt(oruFindData* data, const dirent* entry, const 
         return nullptr;
     }
     copy_name(*data, entry->d_name);
-    const JoinedName path(directory, entry->d_name);
     struct stat status;
-    if (path && ::stat(path.c_str(), &status) == 0) {
+    if (status_of_path(directory, entry->d_name, status)) {
         copy_status(*data, status);
     }
     return data;
