@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <set>
+
 #include "support/bench_folder.h"
 #include "support/child.h"
 #include "support/registering.h"
@@ -64,11 +66,25 @@ bool with_poco(const std::string& from, const std::string& to) {
 }
 #endif
 
+const BenchFolder& folder() {
+    static const BenchFolder made;
+    return made;
+}
+
+// A file of a size, made once.
+std::string source(size_t size) {
+    static std::set<size_t> sizes;
+    const std::string name = "source" + std::to_string(size);
+    if (sizes.insert(size).second) {
+        folder().write(name, size);
+    }
+    return folder() / name;
+}
+
 template <bool copy(const std::string&, const std::string&)>
 void run(benchmark::State& state, size_t size) {
-    const BenchFolder folder;
-    folder.write("source", size);
-    const std::string from = folder / "source", to = folder / "copy";
+    const std::string from = source(size);
+    const std::string to = folder() / "copy";
     for (auto _ : state) {
         if (!copy(from, to)) {
             state.SkipWithError("the copy failed");
@@ -99,7 +115,7 @@ void add_size(const std::string& workload, size_t size) {
 void add() {
     add_size("copy_1KiB", size_t{1} << 10);
     add_size("copy_1MiB", size_t{1} << 20);
-    add_size("copy_256MiB", size_t{1} << 28);
+    add_size("copy_256MiB", scaled(size_t{1} << 28));
 }
 REGISTER_BENCHMARKS(add);
 

@@ -52,7 +52,7 @@ void run(benchmark::State& state) {
     const BenchFolder folder;
     const std::string tree = folder / "tree";
     for (auto _ : state) {
-        for (int i = 0; i < 100; ++i) {
+        for (size_t i = 0; i < scaled(100); ++i) {
             const std::string sub = "tree/folder" + std::to_string(i) + "/";
             std::filesystem::create_directories(folder / sub);
             for (int j = 0; j < 100; ++j) {

@@ -24,7 +24,7 @@ namespace {
 const BenchFolder& folder() {
     static const BenchFolder made;
     static const bool filled = [] {
-        for (int i = 0; i < 10000; ++i) {
+        for (size_t i = 0; i < scaled(10000); ++i) {
             made.write("entry" + std::to_string(i) + (i % 10 == 0 ? ".txt" : ".dat"), 0);
         }
         return true;

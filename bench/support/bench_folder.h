@@ -8,6 +8,13 @@
 #include <filesystem>
 #include <string>
 
+// How much of a large workload is done: all of it, or a hundredth for a run that only shows that the
+// benchmarks work.
+inline size_t scaled(size_t whole) {
+    static const bool is_small = std::getenv("VLRCOMN_BENCH_SMALL") != nullptr;
+    return is_small ? whole / 100 : whole;
+}
+
 class BenchFolder {
 public:
     BenchFolder() {
