@@ -57,10 +57,10 @@ TEST(SpinWord, BacksOffAsDocumentedAndKeepsErrno) {
         orSL_Get(&spin);
         EXPECT_EQ(errno, EDOM);
     });
-    while (sleepers < 3) {
+    pthread_cancel(waiting.native_handle());
+    while (sleepers == 0) {
         sched_yield();
     }
-    pthread_cancel(waiting.native_handle());
     orSL_Release(&spin);
     waiting.join();
     EXPECT_EQ(spin, 1) << "taken, as if nobody had cancelled";
