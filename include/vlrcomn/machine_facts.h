@@ -76,6 +76,8 @@ VLRCOMN_API bool ConvertGestaltSysArchToString(long code, char* out);
 VLRCOMN_API bool IsPortableComputer(bool& portable);
 
 /**
+ * Tells the NIS domain.
+ *
  * @return The kernel's NIS domain name; "UnKnownDomain" (unknown_domain) when there is none.
  */
 VLRCOMN_API std::wstring getDomainName();

@@ -63,15 +63,16 @@ public:
      */
     void setOption(IP_PARAM param, unsigned int value);
 
-    /** @return the address: dotted decimal, or IPv6 with all groups and without scope */
+    /** The address. @return dotted decimal, or IPv6 with all groups and without scope */
     std::string getIPAddress() const;
-    /** @return the mask, in the form of the address */
+    /** The mask. @return in the form of the address */
     std::string getSubNetMask() const;
     /**
+     * The subnet.
      * @return address AND mask: dotted decimal, or IPv6 as calculateSubNetAddrForV6 makes it
      */
     std::string getSubNetAddr() const;
-    /** @return the host's AF_INET or AF_INET6; 0 when unset */
+    /** The family. @return the host's AF_INET or AF_INET6; 0 when unset */
     unsigned int getIPFamily() const;
 
 private:
@@ -121,13 +122,13 @@ public:
      */
     void setOption(NETINTERFACE_PARAM param, const IPAddress& value);
 
-    /** @return the hardware address as 12 lower-case hexadecimal digits */
+    /** The hardware address. @return it as 12 lower-case hexadecimal digits */
     std::string getMACAddress() const;
-    /** @return the name, for example "en0" */
+    /** The name. @return for example "en0" */
     std::string getIndexName() const;
-    /** @return the index, as if_nametoindex gives it; 0 when unset */
+    /** The index. @return as if_nametoindex gives it; 0 when unset */
     unsigned int getIndex() const;
-    /** @return the addresses in the order in which the system listed them */
+    /** The addresses. @return they, in the order in which the system listed them */
     std::vector<IPAddress> getIPAddress() const;
 
 private:
@@ -168,7 +169,7 @@ public:
      */
     int initialize();
 
-    /** @return every index, ascending; empty when memory runs out */
+    /** The indexes. @return all of them, ascending; empty when memory runs out */
     std::vector<unsigned int> getIndexes() const;
 
     /**

@@ -127,10 +127,12 @@ VLRCOMN_API int orSO_ThreadAttachX(void);
 /** Does nothing. */
 VLRCOMN_API void orSO_ThreadDetachX(void);
 
-/** @return the calling thread's identity; #ORSO_NO_THREAD when it is not attached */
+/** Tells who calls. @return the calling thread's identity; #ORSO_NO_THREAD when it is not attached */
 VLRCOMN_API uintptr_t orSO_GetThread(void);
 
 /**
+ * Tells what the registry holds.
+ *
  * @return the calling thread's value as stored, for debugging: its identity, #ORSO_NO_THREAD after
  * a detach, 0 when never set or when the registry is not set up
  */

@@ -248,6 +248,8 @@ public:
     static void updateLocalIP(const std::wstring& address);
 
     /**
+     * Tells the last known local address.
+     *
      * @return A copy of the text last given to updateLocalIP; empty before the first.
      */
     static std::wstring GetLastKnownLocalIP();

@@ -122,6 +122,8 @@ class ListPrinter:
             return text
         if int(self.lock) == 0:
             return text + ", no lock"
+        if not has_record("orSELock"):
+            return text
         return f"{text}, {LockPrinter(self.lock.dereference()).to_string()}"
 
     def children(self):
@@ -131,16 +133,26 @@ class ListPrinter:
         return "array"
 
 
+def has_record(name):
+    """Whether the library's debugging information tells what is in the structure."""
+    try:
+        return bool(gdb.lookup_type(name).fields())
+    except gdb.error:
+        return False
+
+
 def find_printer(value):
     kind = value.type.strip_typedefs().unqualified()
     if kind.code == gdb.TYPE_CODE_PTR and kind.target().unqualified().name == "_oruHandleObject_t":
+        if not has_record("_oruHandleObject_t"):
+            return None
         return HandlePrinter(record_at(value, "_oruHandleObject_t"), int(value))
     if kind.code != gdb.TYPE_CODE_STRUCT:
         return None
     name = kind.name
     if name == "_oruHandleObject_t" and value.address is not None:
         return HandlePrinter(value, int(value.address))
-    if name == "orSELock":
+    if name == "orSELock" and has_record(name):
         return LockPrinter(value)
     if name == "LinkedListHeader":
         return ListPrinter("list", chain(value["head"]))
