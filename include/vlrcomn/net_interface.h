@@ -128,7 +128,7 @@ public:
     std::string getIndexName() const;
     /** The index. @return as if_nametoindex gives it; 0 when unset */
     unsigned int getIndex() const;
-    /** The addresses. @return they, in the order in which the system listed them */
+    /** The addresses. @return them, in the order in which the system listed them */
     std::vector<IPAddress> getIPAddress() const;
 
 private:
