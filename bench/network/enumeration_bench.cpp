@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "network/network_namespace.h"
+#include "network_namespace.h"
 #include "support/registering.h"
 #include "vlrcomn/net_interface.h"
 
@@ -21,8 +21,6 @@
 #endif
 
 namespace {
-
-using network_test::NetworkNamespace;
 
 std::string interfaces(int count) {
     std::string commands = "link set lo up\n";
@@ -63,7 +61,7 @@ public:
         }
         network_ = made.get();
         if (!network_->why_not().empty()) {
-            state.SkipWithError(network_->why_not().substr(0, 60).c_str());
+            state.SkipWithError(network_->why_not().c_str());
             return;
         }
         network_->enter();
