@@ -1,6 +1,6 @@
-# What `cmake --install` lays down: the library in both forms, the headers, vlrprops, its manual, the
-# examples, the gdb printers, a package config for find_package(vlrcomn) and a pkg-config file. Three components, each a Debian
-# package of its own (cmake/packages.cmake): runtime, development, tools.
+# What `cmake --install` lays down: the library in both forms, the headers, vlrprops, the manual, the examples,
+# the gdb printers, a package config for find_package(vlrcomn) and a pkg-config file. Three components, each a
+# Debian package of its own (cmake/packages.cmake): runtime, development, tools.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS vlrcomn vlrcomn_static EXPORT vlrcomnTargets
