@@ -32,8 +32,9 @@ int main() {
 
     // Before any thread starts: threads inherit the mask, so that only the loop takes the signals.
     SignalHandler signals;
-    for (const int signal : {SIGHUP, SIGTERM, SIGINT})
+    for (const int signal : {SIGHUP, SIGTERM, SIGINT}) {
         signals.addSignalToBlock(signal);
+    }
     const bool registered = signals.registerOnSignalCallback(SIGHUP, reload) == 0;
 
     oruHandle stop = oruCreateEvent(nullptr, 1, 0, nullptr);

@@ -18,7 +18,7 @@ against() {
 library=$1
 against 'a name added' 0 "/elf-symbol name='oruGetTickCount'/d; /mangled-name='oruGetTickCount'/,/<.function-decl>/d"
 against 'a name gone' 1 's/oruGetTickCount/oruGetTickCounts/g'
-against 'members exchanged' 1 's/wstrOSType/x/; s/wstrOSVersion/wstrOSType/; s/name='x'/name='wstrOSVersion'/'
+against 'members exchanged' 1 "s/'wstrOSType'/'x'/; s/'wstrOSVersion'/'wstrOSType'/; s/'x'/'wstrOSVersion'/"
 against 'a record of another size' 1 "/name='oruFindData'/s/size-in-bits='[0-9]+'/size-in-bits='2304'/"
 against 'a value changed' 1 "s/(name='SyslogInfo' value)='3'/\1='4'/"
 against 'a damaged description' 1 '$d'
