@@ -83,7 +83,6 @@ TEST(Thread, ReportsAnIdOfZeroAndTheWholeResultAsTheExitValue) {
 }
 
 TEST(ThreadDeathTest, AnEscapedExceptionEndsTheProcess) {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
     const auto escape = [](void*) -> uint32_t { throw std::runtime_error("escaped"); };
     EXPECT_DEATH(wait_for(start_thread(escape, nullptr)), "escaped");
 }
