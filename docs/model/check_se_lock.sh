@@ -1,18 +1,16 @@
 #!/bin/sh
 # Checks the model of the shared/exclusive lock, and that it finds the faults put into it.
 # With --full it also explores what takes long: two threads with three rounds, and a spurious wake-up among
-# three threads. Exit status 77: spin or a C compiler is missing.
+# three threads. Skipped (tests/support/skip.sh) when spin or a C compiler is missing.
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 sources=$here/../../source/lists
 model=$here/se_lock.pml
+. "$here/../../tests/support/skip.sh"
 compiler=${CC:-cc}
 
 for tool in spin "$compiler"; do
-    if ! command -v "$tool" >/dev/null; then
-        echo "skipped: $tool is not installed"
-        exit 77
-    fi
+    command -v "$tool" >/dev/null || skip "$tool is not installed"
 done
 
 work=$(mktemp -d)

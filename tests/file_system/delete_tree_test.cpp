@@ -8,6 +8,7 @@
 #include <string>
 #include <thread>
 
+#include "support/skip.h"
 #include "support/temporary_folder.h"
 #include "vlrcomn/file_system.h"
 
@@ -137,7 +138,7 @@ TEST_F(DeleteTree, PermissionsKeepOnlyWhatTheyForbid) {
     fs::permissions(tree_, fs::perms::all);
     const uid_t user = geteuid();
     if (user == 0 && seteuid(65534) != 0) {
-        GTEST_SKIP() << "cannot become another user";
+        SKIP_FOR_LACK_OF("another user to become");
     }
     for (const auto& [name, mode] : {std::pair<const char*, mode_t>{"a_gone", 0700},
                                      {"read_only", 0500},

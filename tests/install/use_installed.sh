@@ -4,6 +4,7 @@
 # Installs into an empty folder, by `cmake --install` or by unpacking the Debian packages, builds the installed
 # examples against what lies there, shared and static, by CMake and by pkg-config, and runs them.
 set -euo pipefail
+. "$(dirname "$0")/../support/skip.sh"
 way=$1 build=$2 cc=$3 cxx=$4
 run_examples=$(dirname "$0")/../examples/run_examples.sh
 work=$(mktemp -d)
@@ -11,7 +12,7 @@ trap 'rm -rf "$work"' EXIT
 quietly() { "$@" >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }; }
 
 if [ "$way" = packages ]; then
-    type dpkg-shlibdeps file >/dev/null 2>&1 || { echo 'skipped: no dpkg-dev or no file'; exit 77; }
+    type dpkg-shlibdeps file >/dev/null 2>&1 || skip 'no dpkg-dev or no file'
     quietly cpack --config "$build/CPackConfig.cmake" -B "$work/packages"
     field() { dpkg-deb -f "$work"/packages/"$1"_*.deb "$2"; }
     version=$(field libvlrcomn1 Version)
@@ -41,7 +42,7 @@ done
 grep -q "$prefix.*libvlrcomn" "$work/vlrcomn"
 [ "$(grep -c libvlrcomn "$work/vlrcomn_static")" = 0 ]
 
-command -v pkg-config >/dev/null || { echo 'skipped: no pkg-config'; exit 77; }
+command -v pkg-config >/dev/null || skip 'no pkg-config'
 libraries=$(dirname "$(find "$prefix" -name libvlrcomn.a)")
 flags() { PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config "$@" vlrcomn; }
 for form in --static ''; do

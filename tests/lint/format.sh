@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Every C and C++ file is laid out by clang-format.
 set -euo pipefail
-command -v clang-format >/dev/null || { echo 'skipped: no clang-format'; exit 77; }
+. "$(dirname "$0")/../support/skip.sh"
+command -v clang-format >/dev/null || skip 'no clang-format'
 find include source tools tests bench fuzz examples -name '*.h' -o -name '*.cpp' -o -name '*.c' |
     xargs -r -P 2 -n 20 clang-format --dry-run -Werror

@@ -9,6 +9,7 @@
 
 #include "network/loopback.h"
 #include "support/fault_injection.h"
+#include "support/skip.h"
 #include "support/temporary_folder.h"
 #include "vlrcomn/net_interface.h"
 #include "vlrcomn/network_util.h"
@@ -60,7 +61,7 @@ protected:
             std::fputs(commands, ip);
         }
         if (ip == nullptr || pclose(ip) != 0) {
-            GTEST_SKIP() << "needs root, namespaces and the ip command";
+            SKIP_FOR_LACK_OF("root, namespaces or the ip command");
         }
     }
     void TearDown() override { setns(former_.get(), CLONE_NEWNET); }

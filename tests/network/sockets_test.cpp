@@ -10,6 +10,7 @@
 #include <chrono>
 
 #include "network/loopback.h"
+#include "support/skip.h"
 #include "vlrcomn/network_util.h"
 
 namespace {
@@ -30,7 +31,7 @@ class Connect : public testing::TestWithParam<std::pair<std::string, std::string
 protected:
     void SetUp() override {
         if (!server_.listens()) {
-            GTEST_SKIP() << "no such loopback address";
+            SKIP_FOR_LACK_OF("this loopback address");
         }
     }
     int connect(const FileDescriptor& client, unsigned int seconds) {
@@ -97,7 +98,7 @@ TEST_P(Connect, DoesNotWaitForADescriptorTooLargeForSelect) {
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &former), 0);
     const rlimit raised{std::min<rlim_t>(former.rlim_max, FD_SETSIZE + 16), former.rlim_max};
     if (raised.rlim_cur <= FD_SETSIZE) {
-        GTEST_SKIP() << "so many descriptors are not allowed";
+        SKIP_FOR_LACK_OF("so many descriptors");
     }
     server_.fill_queue();
     setrlimit(RLIMIT_NOFILE, &raised);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "support/fault_injection.h"
+#include "support/skip.h"
 #include "support/temporary_folder.h"
 #include "vlrcomn/path_resolution.h"
 
@@ -112,7 +113,7 @@ TEST_F(Paths, BoundsLinksAndTheirTexts) {
 // In the root folder, too, a link counts from its folder. The test needs a root folder of its own.
 TEST_F(Paths, ResolvesLinksInTheRootFolder) {
     if (geteuid() != 0) {
-        GTEST_SKIP() << "chroot needs root";
+        SKIP_FOR_LACK_OF("root, for chroot");
     }
     link("file", "link");
     const pid_t child = fork();

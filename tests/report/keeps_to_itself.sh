@@ -3,6 +3,7 @@
 # output are those quoted in logged_on_users.h; the objects of the properties stack neither log nor start
 # threads, and ask for no environment variable but LANG ("TZ" is the C library's and the time helpers').
 set -u
+. "$(dirname "$0")/../support/skip.sh"
 probe=$1
 objects=$2
 failures=0
@@ -21,7 +22,7 @@ grep -avE "$words" "$scratch/out" && fail "standard output holds more than the q
 [ -s "$scratch/err" ] && fail "standard error is not empty: $(cat "$scratch/err")"
 [ "$(grep -ac '^Some changes' "$scratch/out")" = 2 ] || fail "two reports should list the users twice"
 
-command -v nm >/dev/null || { echo "SKIPPED: no nm"; exit 77; }
+command -v nm >/dev/null || skip "no nm"
 mapfile -t all < <(find "$objects" -name '*.o' | grep -E '/((sysprops|network|session)/|vlrcomn_platform\.dir)')
 [ ${#all[@]} -ge 30 ] || fail "the objects of the library are not where they are looked for"
 # "file symbol" for each undefined symbol, demangled and without version.

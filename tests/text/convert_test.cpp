@@ -5,6 +5,7 @@
 #include <clocale>
 #include <string>
 
+#include "support/skip.h"
 #include "vlrcomn/convert.h"
 
 namespace {
@@ -69,7 +70,7 @@ TEST(LocaleText, TheLocaleDecidesTheEncoding) {
     char narrow[16] = {};
     EXPECT_EQ(oruStandardUtoA(L"\u20AC", sizeof narrow, narrow), 0U);
     if (std::setlocale(LC_CTYPE, "C.UTF-8") == nullptr) {
-        GTEST_SKIP() << "no UTF-8 locale";
+        SKIP_FOR_LACK_OF("a UTF-8 locale");
     }
     EXPECT_EQ(oruStandardUtoA(L"\u20AC", sizeof narrow, narrow), 3U);
     EXPECT_STREQ(narrow, "\xE2\x82\xAC");

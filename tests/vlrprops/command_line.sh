@@ -2,8 +2,9 @@
 # command_line.sh VLRPROPS: options, forms of output, exit statuses. Parts that need root or a missing tool
 # are left out with a word.
 set -u
+. "$(dirname "$0")/../support/skip.sh"
 vlrprops=$1
-command -v jq >/dev/null || { echo "SKIPPED: no jq"; exit 77; }
+command -v jq >/dev/null || skip "no jq"
 scratch=$(realpath "$(mktemp -d)")
 trap 'rm -rf "$scratch"' EXIT
 failures=0
@@ -46,7 +47,7 @@ if script -qec true /dev/null >/dev/null 2>&1; then
     grep -q '^  OSType' "$scratch/terminal" || fail "no table on a terminal"
     grep -E '.{41}' "$scratch/terminal" && fail "a line passes the terminal's edge"
 else
-    echo "left out: no script(1)"
+    left_out "no script(1)"
 fi
 
 # --- Names of file systems that need care ---
@@ -63,7 +64,7 @@ if unshare --mount true 2>/dev/null; then
     iconv -f UTF-8 -t UTF-8 "$scratch/json" >/dev/null || fail "the JSON is not UTF-8"
     grep -qF 'a "b"\c\u000ad\u001b[31mé' "$scratch/lines" || fail "control characters are not written as escapes"
 else
-    echo "left out: mounts, which need root"
+    left_out "mounts, which need root"
 fi
 
 # --- Errors ---
