@@ -30,7 +30,7 @@ bool answers(const char* function, const Arguments&... arguments) {
     return machine().failing.count(function) == 0;
 }
 
-// A fault of the library that a test cannot look for afterwards.
+// Of a fault that a test cannot look for afterwards.
 void require(bool condition) {
     if (!condition) {
         std::abort();
@@ -48,17 +48,26 @@ int give(const std::string& value, void* buffer, size_t* size) {
 constexpr mach_port_t host_port = 42;
 constexpr mach_port_t task_port = 43;
 
-template <typename Reference = CFTypeRef>
+// An object of CoreFoundation. A dictionary owns its values, which have no owner of their own.
+struct Object {
+    Kind kind;
+    std::string text;
+    std::map<std::string, Object> values;
+};
+
+template <typename Reference>
 Reference make(Object object) {
-    const auto reference = reinterpret_cast<CFTypeRef>(++machine().objects_made);
-    machine().objects[reference] = std::move(object);
-    return static_cast<Reference>(reference);
+    ++machine().objects;
+    return reinterpret_cast<Reference>(new Object(std::move(object)));
 }
 
-const Object& object_at(CFTypeRef reference, Kind kind) {
-    const Object& object = machine().objects.at(reference);
-    require(object.kind == kind);
-    return object;
+const Object& object_at(CFTypeRef reference) {
+    return *static_cast<const Object*>(reference);
+}
+
+const std::string& text_of(CFTypeRef string) {
+    require(object_at(string).kind == Kind::string);
+    return object_at(string).text;
 }
 
 }  // namespace
@@ -86,9 +95,10 @@ int getdomainname(char* name, size_t size) noexcept {
 }
 
 OSErr Gestalt(OSType selector, SInt32* response) {
-    std::string name;
-    for (const int shift : {24, 16, 8, 0}) {
-        name.push_back(static_cast<char>(selector >> shift & 0xFF));
+    std::string name(4, '\0');
+    for (char& character : name) {
+        character = static_cast<char>(selector >> 24);
+        selector <<= 8;
     }
     const auto found = machine().gestalt.find(name);
     if (!answers("Gestalt", name) || found == machine().gestalt.end()) {
@@ -146,13 +156,11 @@ int getfsstat(struct statfs* records, int bytes, int mode) {
 const CFAllocatorRef kCFAllocatorDefault = nullptr;
 
 void CFRelease(CFTypeRef object) {
-    for (const auto& [key, value] : machine().objects.at(object).values) {
-        CFRelease(value);
-    }
-    machine().objects.erase(object);
+    --machine().objects;
+    delete static_cast<const Object*>(object);
 }
 CFTypeID CFGetTypeID(CFTypeRef object) {
-    return static_cast<CFTypeID>(machine().objects.at(object).kind);
+    return static_cast<CFTypeID>(object_at(object).kind);
 }
 CFTypeID CFDictionaryGetTypeID() {
     return static_cast<CFTypeID>(Kind::dictionary);
@@ -163,31 +171,30 @@ CFTypeID CFStringGetTypeID() {
 
 CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length) {
     machine().document.assign(reinterpret_cast<const char*>(bytes), static_cast<size_t>(length));
-    return answers("CFDataCreate") ? make<CFDataRef>({Kind::data, {}, {}}) : nullptr;
+    return answers("CFDataCreate") ? make<CFDataRef>({Kind::other, "data", {}}) : nullptr;
 }
 
 CFPropertyListRef CFPropertyListCreateFromXMLData(CFAllocatorRef, CFDataRef data,
                                                   CFOptionFlags mutability, CFStringRef* error) {
-    require(object_at(data, Kind::data).text.empty() && error == nullptr);
-    if (!answers("CFPropertyListCreateFromXMLData", mutability)) {
-        return nullptr;
-    }
+    require(object_at(data).text == "data" && error == nullptr);
     Object made = {machine().top_level, {}, {}};
     for (const auto& [key, value] : machine().dictionary) {
-        made.values[key] = make({value ? Kind::string : Kind::number, value.value_or(""), {}});
+        made.values[key] = {value ? Kind::string : Kind::other, value.value_or(""), {}};
     }
-    return make(std::move(made));
+    return answers("CFPropertyListCreateFromXMLData", mutability)
+               ? make<CFPropertyListRef>(std::move(made))
+               : nullptr;
 }
 
 Boolean CFDictionaryGetValueIfPresent(CFDictionaryRef dictionary, const void* key,
                                       const void** value) {
-    const auto& values = object_at(dictionary, Kind::dictionary).values;
-    const auto found = values.find(object_at(key, Kind::string).text);
-    if (found == values.end()) {
-        return 0;
+    require(object_at(dictionary).kind == Kind::dictionary);
+    const auto& values = object_at(dictionary).values;
+    const auto found = values.find(text_of(key));
+    if (found != values.end()) {
+        *value = &found->second;
     }
-    *value = found->second;
-    return 1;
+    return found != values.end();
 }
 
 CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding encoding) {
@@ -199,12 +206,11 @@ CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFString
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
                            CFStringEncoding encoding) {
     require(encoding == kCFStringEncodingUTF8);
-    const std::string& text = object_at(string, Kind::string).text;
-    if (text.size() + 1 > static_cast<size_t>(size)) {
-        return 0;
+    const bool fits = text_of(string).size() < static_cast<size_t>(size);
+    if (fits) {
+        std::strcpy(buffer, text_of(string).c_str());
     }
-    std::memcpy(buffer, text.c_str(), text.size() + 1);
-    return 1;
+    return fits;
 }
 
 }  // extern "C"

@@ -15,13 +15,7 @@
 
 namespace mac_imitation {
 
-// An object of CoreFoundation.
-enum class Kind { data = 1, string, dictionary, number };
-struct Object {
-    Kind kind;
-    std::string text;
-    std::map<std::string, const void*> values;
-};
+enum class Kind { string = 1, dictionary, other };
 
 struct Machine {
     std::set<std::string> failing;  // functions that fail, by name
@@ -41,8 +35,7 @@ struct Machine {
     // What was asked, as "function argument argument", and what is still held.
     std::vector<std::string> calls;
     std::string document;  // the bytes handed to the parser
-    std::map<const void*, Object> objects;
-    uintptr_t objects_made = 0;
+    int objects = 0;       // of CoreFoundation
     int host_rights = 0;
 
     template <typename Value>
