@@ -35,22 +35,12 @@ extern "C" int __wrap_usleep(useconds_t) {
 namespace {
 
 TEST(SpinWord, BacksOffAsDocumentedAndKeepsErrno) {
-    for (const auto& [failed_tries, microseconds] : {std::pair{1u, -1},
-                                                     {4000u, -1},
-                                                     {4001u, 0},
-                                                     {4100u, 0},
-                                                     {4101u, 10000},
-                                                     {4200u, 10000},
-                                                     {4201u, 100000},
-                                                     {4300u, 100000},
-                                                     {4301u, 1000000},
-                                                     {4400u, 1000000},
-                                                     {4401u, -1}}) {
-        EXPECT_EQ(sleep_after(failed_tries), microseconds) << failed_tries;
+    const int stages[] = {-1, 0, 10000, 100000, 1000000, -1};  // microseconds; -1 tries on
+    for (uint32_t stage = 0; stage < 5; ++stage) {
+        EXPECT_EQ(sleep_after(4000 + 100 * stage), stages[stage]) << stage;
+        EXPECT_EQ(sleep_after(4001 + 100 * stage), stages[stage + 1]) << stage;
     }
-    int32_t spin = 0;
-    EXPECT_EQ(orSL_Get(&spin), 0);
-    EXPECT_EQ(spin, 1);
+    int32_t spin = 1;
     sleepers = 0;
     std::thread waiting([&] {
         errno = EDOM;
@@ -78,57 +68,16 @@ TEST(LockMemory, EveryRefusalIsAnsweredAndNothingLeaks) {
     EXPECT_GT(walk_failures(init, [&] { LinkedList_End(&list); }).calls, 0);
 }
 
-// Closing an event leaves its locks to the system, so only memory is counted.
-TEST(LockMemory, AThreadThatCannotAttachHoldsNothing) {
-    const Registry registry;
-    for (const char* call : {"malloc", "pthread_cond_init", "pthread_setspecific"}) {
-        orSO_ThreadDetach();
-        const auto before = resources_in_use().allocations;
-        FailNth failure(1, call);
-        const uintptr_t result = orSO_ThreadAttach();
-        failure.disarm();
-        EXPECT_EQ(result, 0u) << call;
-        EXPECT_EQ(orSO_GetThread(), ORSO_NO_THREAD);
-        EXPECT_EQ(resources_in_use().allocations, before) << call;
-    }
-}
-
 // Only the pointer tells that the lock of a new list could not be made.
-template <typename List>
-void expect_null_list(uint32_t (*create)(List**)) {
+TEST(LockMemory, AListWhoseLockCannotBeMadeIsANullPointerWithSuccess) {
     const auto before = resources_in_use();
     for (const auto& [call, status] : {std::pair{1, ORU_FAILURE}, {2, ORU_SUCCESS}}) {
-        auto* list = reinterpret_cast<List*>(1);
+        auto* list = reinterpret_cast<orSLL2*>(1);
         FailNth failure(call);
-        const uint32_t result = create(&list);
+        const uint32_t result = orSLL2_Create(&list);
         failure.disarm();
         EXPECT_EQ(result, status);
         EXPECT_EQ(list, nullptr);
-    }
-    EXPECT_EQ(resources_in_use(), before);
-}
-
-TEST(LockMemory, AListWhoseLockCannotBeMadeIsANullPointerWithSuccess) {
-    expect_null_list(orSLL_Create);
-    expect_null_list(orSLL2_Create);
-}
-
-int agree(uintptr_t, uint32_t, uintptr_t, uint32_t) {
-    return 0;
-}
-
-TEST(LockMemory, NotificationsAreFreedWhenWithdrawnServedOrLeft) {
-    const Registry registry;
-    const auto before = resources_in_use();
-    {
-        const Lock lock;
-        shared_behind_writers(lock, 1);
-        for (uintptr_t number = 0; number < 3; ++number) {
-            EXPECT_EQ(orSO_SELockExclusiveNotify(lock, agree, number, 0), 0);
-        }
-        EXPECT_EQ(orSO_SELockExclusiveUnnotify(lock, agree, 1, 0), 1);
-        orSO_SELockRelease(lock);
-        EXPECT_EQ(length(lock->notifications), 1);
     }
     EXPECT_EQ(resources_in_use(), before);
 }
@@ -138,58 +87,55 @@ TEST(LockMemoryDeathTest, TheNotifyFormAborts) {
     shared_behind_writers(lock, 1);
     const auto notify_without_memory = [&] {
         const FailNth failure(1, "malloc");
-        orSO_SELockExclusiveNotify(lock, agree, 0, 0);
+        orSO_SELockExclusiveNotify(
+            lock, [](uintptr_t, uint32_t, uintptr_t, uint32_t) { return 0; }, 0, 0);
     };
     EXPECT_EXIT(notify_without_memory(), testing::KilledBySignal(SIGABRT), "");
 }
 
-class LockCancellation : public testing::TestWithParam<Mode> {
-protected:
-    const Registry registry_;
-    const Lock lock_;
-};
-INSTANTIATE_TEST_SUITE_P(Modes, LockCancellation,
-                         testing::Values(exclusive, shared_behind_writers));
-
-TEST_P(LockCancellation, AQueuedThreadLeavesTheQueue) {
+TEST(LockCancellation, AQueuedThreadLeavesTheQueue) {
+    const Registry registry;
+    const Lock lock;
     for (int leaver = 0; leaver < 3; ++leaver) {
-        ASSERT_EQ(exclusive(lock_, 1), 1);
+        ASSERT_EQ(exclusive(lock, 1), 1);
         Peer peers[3];
         for (Peer& peer : peers) {
-            queue(peer, lock_, GetParam());
+            queue(peer, lock, exclusive);
         }
         peers[leaver].cancel();
         peers[leaver].join();
-        EXPECT_EQ(queued(lock_), 2);
-        orSO_SELockRelease(lock_);
+        EXPECT_EQ(queued(lock), 2);
+        orSO_SELockRelease(lock);
         for (const int next : {2, 1, 0}) {  // as the lock lets writers in
             if (next != leaver) {
-                peers[next].run([this] { orSO_SELockRelease(lock_); });
+                peers[next].run([&] { orSO_SELockRelease(lock); });
             }
         }
-        EXPECT_EQ(lock_->count, 0);
+        EXPECT_EQ(lock->count, 0);
     }
 }
 
 // The grant comes when the cancelled thread is already on its way out and tries for the spin word.
-TEST_P(LockCancellation, AGrantThatComesTooLateIsGivenBack) {
+TEST(LockCancellation, AGrantThatComesTooLateIsGivenBack) {
+    const Registry registry;
+    const Lock lock;
     Peer peer;
     uintptr_t identity = 0;
     peer.run([&] { identity = orSO_GetThread(); });
-    ASSERT_EQ(exclusive(lock_, 1), 1);
-    queue(peer, lock_, GetParam());
-    take_spin(lock_->spin);
+    ASSERT_EQ(exclusive(lock, 1), 1);
+    queue(peer, lock, exclusive);
+    take_spin(lock->spin);
     sleepers = 0;
     peer.cancel();
     while (sleepers == 0) {
         sched_yield();
     }
-    lock_->owner = GetParam() == exclusive ? identity : ORSO_NO_THREAD;
-    wake_first(GetParam() == exclusive ? lock_->writers : lock_->shared_waiters);
-    release_spin(lock_->spin);
+    lock->owner = identity;
+    wake_first(lock->writers);
+    release_spin(lock->spin);
     peer.join();
-    EXPECT_EQ(lock_->count, 0);
-    EXPECT_EQ(lock_->owner, ORSO_NO_THREAD);
+    EXPECT_EQ(lock->count, 0);
+    EXPECT_EQ(lock->owner, ORSO_NO_THREAD);
 }
 
 }  // namespace

@@ -74,7 +74,6 @@ public:
         start(std::move(job));
         finish();
     }
-    bool is_busy() const { return busy_; }
     // Has the thread leave its job unfinished and end.
     void cancel() { pthread_cancel(thread_.native_handle()); }
     void join() { thread_.join(); }

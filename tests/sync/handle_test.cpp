@@ -4,8 +4,6 @@
 #include <fcntl.h>
 
 #include <chrono>
-#include <cstring>
-#include <map>
 #include <thread>
 #include <vector>
 
@@ -21,26 +19,17 @@ TEST(CloseHandle, FreesOnTheLastReferenceOfAKnownKind) {
     EXPECT_EQ(oruCloseHandle(nullptr), 1);
     EXPECT_EQ(oruCloseHandle(ORU_INVALID_HANDLE), 1);
     EXPECT_EQ(oruCloseHandle(make_handle_record(4).get()), 0);
-    const oruHandle event = make_event().release();
+    const Handle event = make_event();
     event->nRefCount = 2;
-    EXPECT_EQ(oruCloseHandle(event), 1);
-    EXPECT_EQ(oruSetEvent(event), 1);
-    EXPECT_EQ(oruCloseHandle(event), 1);
+    EXPECT_EQ(oruCloseHandle(event.get()), 1);
+    EXPECT_EQ(oruSetEvent(event.get()), 1);
 }
 
-TEST(CloseHandle, DeletesForExactlyOneAndKeepsTheRecordWhenAStepFails) {
+TEST(CloseHandle, KeepsTheRecordOfAFileWhenAStepFails) {
     const TemporaryFolder folder;
     const std::string path = folder / "file";
-    const auto create = [&] {
-        return oruCreateFileAW(path.c_str(), ORU_ACCESS_WRITE, 0, nullptr, ORU_CREATE_NEW,
-                               ORU_DELETE_ON_CLOSE, nullptr);
-    };
-    const oruHandle kept = create();
-    static_cast<FileRecord*>(kept->pData)->delete_on_close = 2;
-    EXPECT_EQ(oruCloseHandle(kept), 1);
-    EXPECT_EQ(unlink(path.c_str()), 0);
-
-    const HandleRecordOwner file(create());
+    const HandleRecordOwner file(oruCreateFileAW(path.c_str(), ORU_ACCESS_WRITE, 0, nullptr,
+                                                 ORU_CREATE_NEW, ORU_DELETE_ON_CLOSE, nullptr));
     const std::unique_ptr<FileRecord> record(static_cast<FileRecord*>(file->pData));
     unlink(path.c_str());
     EXPECT_EQ(oruCloseHandle(file.get()), 0);
@@ -50,23 +39,19 @@ TEST(CloseHandle, DeletesForExactlyOneAndKeepsTheRecordWhenAStepFails) {
 }
 
 TEST(LastError, TranslatesByName) {
-    const std::map<uint32_t, std::vector<int>> errors_of{
-        {0, {0}},
-        {38, {ENOENT, EIO, ENXIO, ENOLCK}},
-        {126, {ESRCH, EINTR, EBADF, ENODEV}},
-        {259, {E2BIG, ENOMEM, ENFILE, EMFILE, EFBIG, ENOSPC, EMLINK}},
-        {997, {EDEADLK, EBUSY, ETXTBSY, EAGAIN}},
-        {5, {EACCES}},
-        {1010, {EINVAL, ENOTTY}},
-        {19, {EROFS}},
-        {0x80000008, {EPERM, EEXIST, ENOTDIR, EPIPE, ERANGE, ENOSYS, ETIMEDOUT, 4000, -1}},
-    };
-    for (const auto& [code, errors] : errors_of) {
-        for (const int error : errors) {
-            errno = error;
-            EXPECT_EQ(oruGetLastError(), code) << std::strerror(error);
-            EXPECT_EQ(errno, error);
-        }
+    for (const auto& [error, code] : {std::pair{0, 0u},
+                                      {ENOENT, 38u},
+                                      {EBADF, 126u},
+                                      {ENOMEM, 259u},
+                                      {EDEADLK, 997u},
+                                      {EACCES, 5u},
+                                      {EINVAL, 1010u},
+                                      {EROFS, 19u},
+                                      {EPERM, 0x80000008u},
+                                      {-1, 0x80000008u}}) {
+        errno = error;
+        EXPECT_EQ(oruGetLastError(), code) << error;
+        EXPECT_EQ(errno, error);
     }
 }
 
@@ -83,26 +68,22 @@ TEST(Wait, RefusesWhatDoesNotFit) {
     refuses(oruResetEvent, mutex.get(), EINVAL, 0);
     refuses(oruReleaseMutex, event.get(), 0, EINVAL);
     refuses(look, file.get(), EINVAL, EINVAL);
-    for (const auto& [manual_reset, name] : {std::pair{0, ""}, {2, ""}, {1, "named"}}) {
-        EXPECT_EQ(oruCreateEvent(nullptr, manual_reset, 0, name), nullptr);
-    }
+    EXPECT_EQ(oruCreateEvent(nullptr, 2, 0, ""), nullptr) << "resets itself";
+    EXPECT_EQ(oruCreateEvent(nullptr, 1, 0, "named"), nullptr);
     const oruHandle handles[] = {event.get(), nullptr};
     const auto multiple = oruWaitForMultipleObjects;
     EXPECT_EQ(multiple(1, handles, 1, ORU_INFINITE), ORU_WAIT_FAILED) << "wait for all";
     EXPECT_EQ(multiple(1, handles, 0, 0), ORU_WAIT_TIMEOUT) << "looks at nothing";
-    EXPECT_EQ(multiple(0, handles, 0, 10), ORU_WAIT_FAILED);
-    EXPECT_EQ(multiple(1, nullptr, 0, 10), ORU_WAIT_FAILED);
     EXPECT_EQ(multiple(1, handles + 1, 0, 10), ORU_WAIT_FAILED) << "a bad handle";
 }
 
 TEST(Wait, AnEventStaysAsItIsPut) {
     const Handle event = make_event(1);
-    EXPECT_EQ(wait_for(event), ORU_WAIT_SIGNALLED);
-    EXPECT_EQ(wait_for(event, 0), ORU_WAIT_SIGNALLED);
+    for (const uint32_t limit : {ORU_INFINITE, 0u}) {
+        EXPECT_EQ(wait_for(event, limit), ORU_WAIT_SIGNALLED);
+    }
     EXPECT_EQ(oruResetEvent(event.get()), 1);
     EXPECT_EQ(wait_for(event, 0), ORU_WAIT_TIMEOUT);
-    EXPECT_EQ(oruSetEvent(event.get()), 1);
-    EXPECT_EQ(wait_for(event, 0), ORU_WAIT_SIGNALLED);
     EXPECT_EQ(wait_for(make_event(2), 0), ORU_WAIT_TIMEOUT) << "a flag of 2 is false";
 }
 
@@ -115,7 +96,6 @@ TEST(Wait, OnlyTheOwnerReleasesAMutex) {
     }).join();
     EXPECT_EQ(oruReleaseMutex(mutex.get()), 1);
     EXPECT_EQ(oruReleaseMutex(mutex.get()), 0) << "free";
-    EXPECT_EQ(wait_for(make_mutex(2), 0), ORU_WAIT_SIGNALLED) << "a flag of 2 is false";
 }
 
 TEST(Wait, LooksAtOneHandleAfterAnotherForTenMilliseconds) {
@@ -177,9 +157,6 @@ TEST(Interlocked, CountsAndExchanges) {
     EXPECT_EQ(oruInterlockedDecrement(&word), INT32_MAX);
     EXPECT_EQ(oruInterlockedExchange(&word, -1), INT32_MAX);
     EXPECT_EQ(word, -1);
-    EXPECT_EQ(refusal([] { return oruInterlockedIncrement(nullptr); }), EINVAL);
-    EXPECT_EQ(refusal([] { return oruInterlockedDecrement(nullptr); }), EINVAL);
-    EXPECT_EQ(refusal([] { return oruInterlockedExchange(nullptr, 1); }), EINVAL);
 }
 
 }  // namespace

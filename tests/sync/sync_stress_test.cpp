@@ -84,8 +84,6 @@ TEST(Stress, InterlockedOperationsLoseNothing) {
     together(threads, [&](int) {
         for (int round = 0; round < rounds; ++round) {
             oruInterlockedIncrement(&counter);
-            oruInterlockedIncrement(&counter);
-            oruInterlockedDecrement(&counter);
             while (oruInterlockedExchange(&taken, 1) != 0) {
                 sched_yield();
             }
