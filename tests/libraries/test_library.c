@@ -32,8 +32,4 @@ int loadString(void* module, uint32_t id, void* buffer, int size) {
     return snprintf((char*)buffer, (size_t)size, "%s %u", module != NULL ? "text" : "",
                     (unsigned)id);
 }
-
-#ifdef __ELF__
-__asm__(".globl symbol_without_address\nsymbol_without_address = 0\n");
-#endif
 #endif

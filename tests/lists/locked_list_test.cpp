@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <random>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -11,149 +11,115 @@
 
 namespace {
 
-// The two families under one set of names; a stack has its head for a tail.
-template <typename List, typename Item>
-struct Functions {
-    uint32_t (*init)(List*), (*create)(List**);
-    void (*uninit)(List*), (*release)(List*), (*lock_release)(List*);
-    void (*insert_head)(List*, Item*), (*insert_tail)(List*, Item*);
-    Item* (*remove_head)(List*), *(*remove_tail)(List*);
-    Item* (*get_head)(List*, int exclusive, int wait);
-    bool (*is_empty)(List*);
-    Item* (*next)(const Item*);
-    int (*is_end)(const Item*);
-};
-
-struct Stack {
-    using List = orSLL;
-    using Item = orLLItem;
-    static constexpr bool two_ended = false;
-    static constexpr Functions<List, Item> functions{
-        orSLL_Init,        orSLL_Create,      orSLL_Uninit,      orSLL_Release,
-        orSLL_LockRelease, orSLL_XInsertHead, orSLL_XInsertHead, orSLL_XRemoveHead,
-        orSLL_XRemoveHead, orSLL_XGetHead,    orSLL_IsEmpty,     orLL_XGetNext,
-        orLL_XIsEnd};
-    static Item* not_locked() { return ORSLL_NOT_LOCKED; }
-};
-
-struct Deque {
-    using List = orSLL2;
-    using Item = orLL2Node;
-    static constexpr bool two_ended = true;
-    static constexpr Functions<List, Item> functions{
-        orSLL2_Init,        orSLL2_Create,      orSLL2_Uninit,      orSLL2_Release,
-        orSLL2_LockRelease, orSLL2_XInsertHead, orSLL2_XInsertTail, orSLL2_XRemoveHead,
-        orSLL2_XRemoveTail, orSLL2_XGetHead,    orSLL2_IsEmpty,     orLL2_XGetNext,
-        orLL2_XIsEnd};
-    static Item* not_locked() { return nullptr; }
-};
-
-template <typename Family>
-class LockedList : public testing::Test {
+class LockedLists : public testing::Test {
 protected:
-    using Item = typename Family::Item;
-    static constexpr auto& of = Family::functions;
-
-    LockedList() { EXPECT_EQ(of.create(&list_), ORU_SUCCESS); }
-    ~LockedList() override { of.release(list_); }
-
-    std::vector<Item*> walk() {
-        std::vector<Item*> items;
-        for (Item* item = of.get_head(list_, 0, 1); of.is_end(item) == 0; item = of.next(item)) {
-            items.push_back(item);
-        }
-        of.lock_release(list_);
-        return items;
+    LockedLists() {
+        EXPECT_EQ(orSLL_Create(&stack_), ORU_SUCCESS);
+        EXPECT_EQ(orSLL2_Create(&deque_), ORU_SUCCESS);
+    }
+    ~LockedLists() override {
+        orSLL_Release(stack_);
+        orSLL2_Release(deque_);
     }
 
-    locks::Registry registry_;
-    typename Family::List* list_ = nullptr;
+    const locks::Registry registry_;
+    orSLL* stack_ = nullptr;
+    orSLL2* deque_ = nullptr;
 };
-using Families = testing::Types<Stack, Deque>;
-struct FamilyNames {
-    template <typename Family>
-    static std::string GetName(int) {
-        return Family::two_ended ? "orSLL2" : "orSLL";
-    }
-};
-TYPED_TEST_SUITE(LockedList, Families, FamilyNames);
 
-TYPED_TEST(LockedList, BehavesAsAList) {
-    auto* const list = this->list_;
+TEST_F(LockedLists, ADequeBehavesAsOne) {
     std::mt19937 random(4);
-    std::vector<typename TypeParam::Item> items(3000);
-    std::vector<typename TypeParam::Item*> model;
-    for (auto& fresh : items) {
+    std::vector<orLL2Node> nodes(3000);
+    std::deque<orLL2Node*> model;
+    for (orLL2Node& fresh : nodes) {
         const bool at_tail = random() % 2 == 0;
-        (at_tail ? this->of.insert_tail : this->of.insert_head)(list, &fresh);
-        model.insert(at_tail && TypeParam::two_ended ? model.end() : model.begin(), &fresh);
+        (at_tail ? orSLL2_XInsertTail : orSLL2_XInsertHead)(deque_, &fresh);
+        model.insert(at_tail ? model.end() : model.begin(), &fresh);
         for (auto removals = random() % 3; removals > 0; --removals) {
             const bool from_tail = random() % 2 == 0;
-            typename TypeParam::Item* expected = nullptr;
+            orLL2Node* expected = nullptr;
             if (!model.empty()) {
-                const auto position =
-                    from_tail && TypeParam::two_ended ? model.end() - 1 : model.begin();
+                const auto position = from_tail ? model.end() - 1 : model.begin();
                 expected = *position;
                 model.erase(position);
             }
-            ASSERT_EQ((from_tail ? this->of.remove_tail : this->of.remove_head)(list), expected);
+            ASSERT_EQ((from_tail ? orSLL2_XRemoveTail : orSLL2_XRemoveHead)(deque_), expected);
         }
-        ASSERT_EQ(this->of.is_empty(list), model.empty());
-        ASSERT_EQ(this->walk(), model);
+        ASSERT_EQ(orSLL2_IsEmpty(deque_), model.empty());
+        const orLL2Node* node = orSLL2_XGetHead(deque_, 0, 1);
+        for (const orLL2Node* expected : model) {
+            ASSERT_EQ(node, expected);
+            node = orLL2_XGetNext(node);
+        }
+        ASSERT_EQ(orLL2_XIsEnd(node), 1);
+        orSLL2_LockRelease(deque_);
     }
-    this->of.uninit(list);
 }
 
-TYPED_TEST(LockedList, IgnoresNullAndAListWithoutLockIsClosed) {
-    auto* const list = this->list_;
-    typename TypeParam::Item item{};
-    EXPECT_EQ(this->of.init(nullptr), ORU_FAILURE);
-    EXPECT_EQ(this->of.create(nullptr), ORU_FAILURE);
-    this->of.uninit(nullptr);
-    this->of.release(nullptr);
-    this->of.lock_release(nullptr);
-    EXPECT_EQ(this->of.get_head(nullptr, 1, 1), nullptr);
-    EXPECT_TRUE(this->of.is_empty(nullptr));
-    for (const auto insert : {this->of.insert_head, this->of.insert_tail}) {
-        insert(nullptr, &item);
-        insert(list, nullptr);
-        EXPECT_TRUE(this->of.is_empty(list));
+TEST_F(LockedLists, AStackGivesTheLatestFirst) {
+    orLLItem items[3];
+    for (orLLItem& item : items) {
+        orSLL_XInsertHead(stack_, &item);
     }
-    EXPECT_EQ(this->of.remove_head(nullptr), nullptr);
-    EXPECT_EQ(this->of.remove_tail(nullptr), nullptr);
-    this->of.insert_head(list, &item);
-    this->of.uninit(list);
-    EXPECT_EQ(this->of.get_head(list, 1, 1), TypeParam::not_locked());
-    EXPECT_EQ(this->of.remove_head(list), nullptr);
-    EXPECT_TRUE(this->of.is_empty(list));
+    EXPECT_EQ(orSLL_XGetHead(stack_, 0, 1), &items[2]);
+    EXPECT_EQ(orLL_XGetNext(&items[2]), &items[1]);
+    orSLL_LockRelease(stack_);
+    for (const int left : {2, 1, 0}) {
+        EXPECT_FALSE(orSLL_IsEmpty(stack_));
+        EXPECT_EQ(orSLL_XRemoveHead(stack_), &items[left]);
+    }
+    EXPECT_TRUE(orSLL_IsEmpty(stack_));
+    EXPECT_EQ(orSLL_XRemoveHead(stack_), nullptr);
 }
 
-TYPED_TEST(LockedList, ABusyLockIsNotWaitedForAndNothingIsTouched) {
-    auto* const list = this->list_;
-    typename TypeParam::Item item{}, stray{};
-    this->of.insert_head(list, &item);
+TEST_F(LockedLists, ABusyLockIsNotWaitedForAndNothingIsTouched) {
+    orLLItem item{}, stray{};
+    orLL2Node node{}, stray_node{};
+    orSLL_XInsertHead(stack_, &item);
+    orSLL2_XInsertHead(deque_, &node);
     locks::Peer owner;
-    owner.run([&] { EXPECT_EQ(this->of.get_head(list, 1, 1), &item); });
-    EXPECT_EQ(this->of.get_head(list, 0, 0), TypeParam::not_locked());
-    EXPECT_EQ(this->of.get_head(list, 1, 2), TypeParam::not_locked()) << "2 is no wait";
+    owner.run([&] {
+        EXPECT_EQ(orSLL_XGetHead(stack_, 1, 1), &item);
+        EXPECT_EQ(orSLL2_XGetHead(deque_, 1, 1), &node);
+    });
+    EXPECT_EQ(orSLL_XGetHead(stack_, 0, 0), ORSLL_NOT_LOCKED);
+    EXPECT_EQ(orSLL2_XGetHead(deque_, 1, 2), nullptr) << "2 is no wait";
     // A thread without identity would have to wait and cannot.
     std::thread([&] {
-        this->of.insert_head(list, &stray);
-        this->of.insert_tail(list, &stray);
-        EXPECT_EQ(this->of.remove_head(list), nullptr);
-        EXPECT_EQ(this->of.remove_tail(list), nullptr);
-        EXPECT_EQ(this->of.get_head(list, 0, 1), TypeParam::not_locked());
-        EXPECT_TRUE(this->of.is_empty(list));
+        orSLL_XInsertHead(stack_, &stray);
+        orSLL2_XInsertHead(deque_, &stray_node);
+        orSLL2_XInsertTail(deque_, &stray_node);
+        EXPECT_EQ(orSLL_XRemoveHead(stack_), nullptr);
+        EXPECT_EQ(orSLL2_XRemoveHead(deque_), nullptr);
+        EXPECT_EQ(orSLL2_XRemoveTail(deque_), nullptr);
+        EXPECT_TRUE(orSLL_IsEmpty(stack_));
+        EXPECT_TRUE(orSLL2_IsEmpty(deque_));
     }).join();
     owner.run([&] {
-        EXPECT_FALSE(this->of.is_empty(list)) << "recursive for its owner";
-        EXPECT_EQ(this->of.remove_head(list), &item);
-        this->of.lock_release(list);
+        EXPECT_EQ(orSLL_XRemoveHead(stack_), &item) << "recursive for its owner";
+        EXPECT_EQ(orSLL2_XRemoveHead(deque_), &node);
+        EXPECT_TRUE(orSLL2_IsEmpty(deque_));
+        orSLL_LockRelease(stack_);
+        orSLL2_LockRelease(deque_);
     });
-    auto* const end = this->of.get_head(list, 1, 1);
-    EXPECT_EQ(this->of.is_end(end), 1) << "empty, and held all the same";
-    EXPECT_EQ(list->lock->owner, orSO_GetThread());
-    this->of.lock_release(list);
+    EXPECT_EQ(orLL_XIsEnd(orSLL_XGetHead(stack_, 1, 1)), 1) << "empty, and held all the same";
+    EXPECT_EQ(stack_->lock->owner, orSO_GetThread());
+    orSLL_LockRelease(stack_);
+}
+
+TEST_F(LockedLists, WithoutLockAreClosed) {
+    orLLItem item{};
+    orLL2Node node{};
+    orSLL_Uninit(stack_);
+    orSLL_XInsertHead(stack_, &item);
+    EXPECT_EQ(orSLL_XGetHead(stack_, 1, 1), ORSLL_NOT_LOCKED);
+    EXPECT_TRUE(orSLL_IsEmpty(stack_));
+    orSLL2_Uninit(deque_);
+    orSLL2_XInsertTail(deque_, &node);
+    EXPECT_EQ(orSLL2_XGetHead(deque_, 1, 1), nullptr);
+    EXPECT_EQ(orSLL2_XRemoveHead(nullptr), nullptr);
+    orSLL2_XInsertHead(nullptr, &node);
+    EXPECT_EQ(orSLL2_Create(nullptr), ORU_FAILURE);
 }
 
 }  // namespace
