@@ -7,7 +7,6 @@
 #include <pthread.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/time.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -22,10 +21,8 @@ namespace {
 thread_local int calls_left = 0;  // the call that brings it from 1 to 0 fails; 0 is disarmed
 thread_local const char* only_call = nullptr;
 thread_local const char* fired_call = nullptr;
-thread_local bool clock_is_set = false;
-thread_local timeval set_time;
-
-thread_local int64_t allocations, conditions, mutexes, thread_attributes, thread_keys;
+thread_local std::optional<timeval> clock_time;
+thread_local Resources in_use{};
 
 bool fails(const char* call) noexcept {
     if (calls_left == 0 || (only_call != nullptr && std::strcmp(only_call, call) != 0) ||
@@ -37,15 +34,13 @@ bool fails(const char* call) noexcept {
 }
 
 // Counts a success of a call that reports by 0 or an error number.
-int counted(int error, int64_t& counter, int difference) noexcept {
-    if (error == 0) {
-        counter += difference;
-    }
+int counted(int error, Kind kind, int difference) noexcept {
+    in_use[kind] += error == 0 ? difference : 0;
     return error;
 }
 
 void* counted(void* memory) noexcept {
-    allocations += memory != nullptr ? 1 : 0;
+    in_use[allocations] += memory != nullptr ? 1 : 0;
     return memory;
 }
 
@@ -63,28 +58,16 @@ const char* FailNth::fired() const noexcept {
     return fired_call;
 }
 
-bool operator==(const Resources& left, const Resources& right) noexcept {
-    return std::memcmp(&left, &right, sizeof(Resources)) == 0;
-}
-
-std::ostream& operator<<(std::ostream& stream, const Resources& resources) {
-    return stream << resources.allocations << " allocations, " << resources.conditions
-                  << " conditions, " << resources.mutexes << " mutexes, "
-                  << resources.thread_attributes << " thread attributes, " << resources.thread_keys
-                  << " thread keys, " << resources.descriptors << " descriptors";
-}
-
 Resources resources_in_use() noexcept {
-    int64_t descriptors = 0;
+    Resources resources = in_use;
     for (int descriptor = 0; descriptor < 256; ++descriptor) {
-        descriptors += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
+        resources[descriptors] += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
     }
-    return {allocations, conditions, mutexes, thread_attributes, thread_keys, descriptors};
+    return resources;
 }
 
 void set_clock(std::optional<timeval> now) noexcept {
-    clock_is_set = now.has_value();
-    set_time = now.value_or(timeval{});
+    clock_time = now;
 }
 
 }  // namespace fault_injection
@@ -129,13 +112,8 @@ WRAP(calloc, void*, size_t count, size_t size) {
     FAIL_WITH(calloc, nullptr, ENOMEM)
     return counted(__real_calloc(count, size));
 }
-WRAP(realloc, void*, void* memory, size_t size) {
-    FAIL_WITH(realloc, nullptr, ENOMEM)
-    void* const moved = __real_realloc(memory, size);
-    return memory == nullptr ? counted(moved) : moved;
-}
 WRAP(free, void, void* memory) {
-    allocations -= memory != nullptr ? 1 : 0;
+    in_use[allocations] -= memory != nullptr ? 1 : 0;
     __real_free(memory);
 }
 
@@ -185,11 +163,9 @@ WRAP(pthread_key_delete, int, pthread_key_t key) {
 
 WRAP(gettimeofday, int, timeval* now, void* zone) {
     FAIL_WITH(gettimeofday, -1, EFAULT)
-    if (clock_is_set) {
-        *now = set_time;
-        return 0;
-    }
-    return __real_gettimeofday(now, zone);
+    const int result = __real_gettimeofday(now, zone);
+    *now = clock_time.value_or(*now);
+    return result;
 }
 
 // The mode is handed on also where there is none: the calls ignore it then.
@@ -231,20 +207,13 @@ WRAP(close, int, int descriptor) {
     WRAP_CALL(name, result, failure, error, parameters, arguments)
 
 WRAP_CALL(read, ssize_t, -1, EIO, (int file, void* bytes, size_t count), (file, bytes, count))
-WRAP_CALL(write, ssize_t, -1, ENOSPC, (int file, const void* bytes, size_t count),
-          (file, bytes, count))
 WRAP_LARGE(ftruncate, int, -1, EIO, (int file, off_t length), (file, length))
-WRAP_LARGE(lseek, off_t, -1, EINVAL, (int file, off_t offset, int whence), (file, offset, whence))
 WRAP_LARGE(fstat, int, -1, EIO, (int file, struct stat* status), (file, status))
 WRAP_LARGE(stat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
 WRAP_LARGE(lstat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
 WRAP_LARGE(fstatat, int, -1, EIO, (int folder, const char* path, struct stat* status, int flags),
            (folder, path, status, flags))
-WRAP_CALL(mkdir, int, -1, ENOSPC, (const char* path, mode_t mode), (path, mode))
-WRAP_CALL(remove, int, -1, EACCES, (const char* path), (path))
-WRAP_CALL(unlink, int, -1, EACCES, (const char* path), (path))
 WRAP_CALL(opendir, DIR*, nullptr, EMFILE, (const char* path), (path))
-WRAP_CALL(fdopendir, DIR*, nullptr, ENOMEM, (int file), (file))
 WRAP_LARGE(readdir, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
 WRAP_CALL(getifaddrs, int, -1, ENOMEM, (struct ifaddrs * *list), (list))
 WRAP_CALL(getnameinfo, int, EAI_MEMORY, ENOMEM,
@@ -254,8 +223,3 @@ WRAP_CALL(getnameinfo, int, EAI_MEMORY, ENOMEM,
 WRAP_CALL(socket, int, -1, EMFILE, (int family, int type, int protocol), (family, type, protocol))
 WRAP_CALL(getsockname, int, -1, ENOBUFS, (int file, sockaddr* address, socklen_t* size),
           (file, address, size))
-WRAP_CALL(getsockopt, int, -1, ENOBUFS,
-          (int file, int level, int option, void* value, socklen_t* size),
-          (file, level, option, value, size))
-WRAP_CALL(ioctl, int, -1, ENODEV, (int file, unsigned long request, void* argument),
-          (file, request, argument))

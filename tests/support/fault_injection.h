@@ -9,9 +9,9 @@
 #include <gtest/gtest.h>
 #include <sys/time.h>
 
+#include <array>
 #include <cstdint>
 #include <optional>
-#include <ostream>
 
 namespace fault_injection {
 
@@ -30,14 +30,10 @@ public:
 };
 
 // What the calling thread has taken and not given back of each kind that can leak, and the descriptors of
-// the process. Other threads' doings, such as the end of a detached thread, do not count. Memory that the
-// C library allocates for its caller other than by the listed calls is not seen; giving it to free() would
-// count below zero.
-struct Resources {
-    int64_t allocations, conditions, mutexes, thread_attributes, thread_keys, descriptors;
-};
-bool operator==(const Resources& left, const Resources& right) noexcept;
-std::ostream& operator<<(std::ostream& stream, const Resources& resources);
+// the process. Other threads' doings, such as the end of a detached thread, do not count, nor does memory
+// that the C library allocates for its caller; giving that to free() would count below zero.
+enum Kind { allocations, conditions, mutexes, thread_attributes, thread_keys, descriptors, kinds };
+using Resources = std::array<int64_t, kinds>;
 Resources resources_in_use() noexcept;
 
 // While set, gettimeofday tells the calling thread this time.
@@ -73,9 +69,8 @@ Walk walk_failures(Create create, Release release) {
             EXPECT_TRUE(created);
             return walk;
         }
-        if (created) {
-            ++walk.tolerated;
-        } else {
+        walk.tolerated += created ? 1 : 0;
+        if (!created) {
             EXPECT_EQ(after, before) << failure.fired() << ", call " << walk.calls + 1;
         }
     }
