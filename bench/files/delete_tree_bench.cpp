@@ -49,9 +49,9 @@ void limit(const std::string& tree) {
 
 template <void remove(const std::string&)>
 void run(benchmark::State& state) {
-    const BenchFolder folder;
-    const std::string tree = folder / "tree";
     for (auto _ : state) {
+        const BenchFolder folder;
+        const std::string tree = folder / "tree";
         for (size_t i = 0; i < scaled(100); ++i) {
             const std::string sub = "tree/folder" + std::to_string(i) + "/";
             std::filesystem::create_directories(folder / sub);

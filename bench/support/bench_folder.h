@@ -23,8 +23,8 @@ public:
         std::string pattern = std::filesystem::temp_directory_path() / "vlrbenchXXXXXX";
         top_ = mkdtemp(pattern.data());
         spread_folders_in(top_);
-        path_ = top_ + "/in";
-        std::filesystem::create_directory(path_);
+        pattern = top_ + "/XXXXXX";
+        path_ = mkdtemp(pattern.data());
     }
     ~BenchFolder() { std::filesystem::remove_all(top_); }
     BenchFolder(const BenchFolder&) = delete;
@@ -42,8 +42,9 @@ public:
     }
 
 private:
-    // Ext4 puts a file near its folder, and searches half a millisecond for each where that place is full,
-    // as it may be round the folder for temporary files. Below a marked folder it begins elsewhere.
+    // Ext4 takes the inode of a new file from its folder's place, but none that was freed a short while ago:
+    // where many were, it looks at each of them first, for half a millisecond and more. Below a marked
+    // folder every folder begins at a place of its own, which its name decides.
     static void spread_folders_in(const std::string& folder) {
         const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         int flags = 0;

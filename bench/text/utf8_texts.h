@@ -83,15 +83,14 @@ inline void add_sizes(const char* workload, const char* contender, void (*run)(b
         ->ArgsProduct({{16, 256, 65536}, {0, 1}});
 }
 
-// The same on one thread and on two at once.
+// The same on one thread and on two at once. In processor time: threads that met at a lock would spend more.
 inline void add_threads(const char* workload, const char* contender,
                         void (*run)(benchmark::State&)) {
     add_contender(workload, contender, run)
         ->ArgNames({"bytes", "mixed"})
         ->ArgsProduct({{16, 65536}, {1}})
         ->Threads(1)
-        ->Threads(2)
-        ->UseRealTime();
+        ->Threads(2);
 }
 
 }  // namespace utf8_bench
