@@ -2,6 +2,7 @@
 # feature through source/support/config.h and never the system's name.
 include(CheckCXXCompilerFlag)
 include(CheckCXXSourceCompiles)
+include(CheckLinkerFlag)
 include(CheckSymbolExists)
 
 set(CMAKE_REQUIRED_DEFINITIONS -D_GNU_SOURCE)
@@ -29,6 +30,7 @@ check_cxx_source_compiles("
     int main() { return word; }" VLRCOMN_HAVE_STATIC_TLS)
 
 check_cxx_compiler_flag(-fno-plt VLRCOMN_HAVE_NO_PLT)
+check_linker_flag(CXX LINKER:-Bsymbolic-functions VLRCOMN_HAVE_SYMBOLIC_FUNCTIONS)
 
 configure_file(${CMAKE_CURRENT_LIST_DIR}/config.h.in
                ${PROJECT_BINARY_DIR}/generated/support/config.h)

@@ -4,8 +4,9 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-#include <atomic>
+#include <condition_variable>
 #include <functional>
+#include <mutex>
 #include <thread>
 #include <utility>
 
@@ -62,13 +63,13 @@ public:
     }
     void start(std::function<void()> job) {
         finish();
+        const std::lock_guard guard(mutex_);
         job_ = std::move(job);
-        busy_ = true;
+        changed_.notify_all();
     }
     void finish() {
-        while (busy_) {
-            sched_yield();
-        }
+        std::unique_lock guard(mutex_);
+        changed_.wait(guard, [this] { return job_ == nullptr; });
     }
     void run(std::function<void()> job) {
         start(std::move(job));
@@ -82,16 +83,20 @@ private:
     void work() {
         const Attached attached;
         while (!ended_) {
-            if (busy_) {
-                job_();
-                busy_ = false;
-            }
-            sched_yield();
+            std::unique_lock guard(mutex_);
+            changed_.wait(guard, [this] { return job_ != nullptr; });
+            guard.unlock();
+            job_();
+            guard.lock();
+            job_ = nullptr;
+            changed_.notify_all();
         }
     }
 
-    std::function<void()> job_;  // the thread's while it is busy
-    std::atomic<bool> busy_{false};
+    // No atomic word: valgrind follows POSIX calls only.
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::function<void()> job_;  // null while the thread is idle
     bool ended_ = false;
     std::thread thread_{[this] { work(); }};
 };
