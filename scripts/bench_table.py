@@ -184,18 +184,19 @@ def build_type():
 
 def circumstances(documents, settings):
     context = next(iter(documents.values()))["context"]
-    load = context["load_avg"][0] if context["load_avg"] else 0
+    # Of each program at its start: the machine may become busy in between.
+    load = max((document["context"]["load_avg"] or [0])[0] for document in documents.values())
     unoptimised = [name for name, document in documents.items()
                    if document["context"].get("optimised") != "yes"]
     if unoptimised:
         print(f"> **Warning: {', '.join(unoptimised)} not optimised. These figures say nothing.**\n")
     if load > context["num_cpus"] / 2:
-        print(f"> **Warning: the machine was busy (load {load:.1f} at the start). Measure again.**\n")
+        print(f"> **Warning: the machine was busy (load {load:.1f}). Measure again.**\n")
     compiler = output_of("c++", "--version").split("\n")[0]
     folder = output_of("df", "--output=fstype", tempfile.gettempdir()).split("\n")[-1]
     return [
         f"Machine: {context['num_cpus']} × {processor()}, {platform.system()} {platform.release()}; "
-        f"load {load:.2f} at the start; files on {folder}.",
+        f"highest load {load:.2f}; files on {folder}.",
         f"Build: {compiler}, build type {build_type()}, C library {' '.join(platform.libc_ver())}.",
         f"Settings: {settings}; a second thread is parked in every program, since the C library takes "
         "cheaper locks where there is only one.",
