@@ -159,14 +159,11 @@ TEST(Gate, ClosesTheGatedCallsOnly) {
     Endpoint server("127.0.0.1");
     std::string local;
     unsigned int scope;
-    char text[] = "";
-    std::vector<char*> texts = {text};
+    std::vector<char*> texts;
     EXPECT_EQ(off.vlrNetToString(server.address(), NI_NUMERICHOST), "");
     EXPECT_EQ(off.vlrGetScopeId("fe80::1", scope), 0);
     EXPECT_EQ(off.vlrGetLocalIPAddress("127.0.0.1", server.port(), local, true, 0, 5), -1);
     EXPECT_EQ(off.vlrGetAddrinfo("127.0.0.1", "80", texts, NI_NUMERICHOST), -1);
-    off.vlrFreeAddrinfo(texts);
-    EXPECT_EQ(texts.size(), 1u);
     EXPECT_EQ(off.vlrCompareAddressFromPeerAddress("[::1]", "", "::1%1"), 1);
     EXPECT_EQ(off.vlrCompareAddressFromPeerAddress("[::0001]", "", "::1"), 0) << "does not resolve";
 }

@@ -16,20 +16,20 @@
 #include <new>
 
 namespace fault_injection {
+
+thread_local Armed armed{};
+
 namespace {
 
-thread_local int calls_left = 0;  // the call that brings it from 1 to 0 fails; 0 is disarmed
-thread_local const char* only_call = nullptr;
-thread_local const char* fired_call = nullptr;
 thread_local std::optional<timeval> clock_time;
 thread_local Resources in_use{};
 
 bool fails(const char* call) noexcept {
-    if (calls_left == 0 || (only_call != nullptr && std::strcmp(only_call, call) != 0) ||
-        --calls_left != 0) {
+    if (armed.calls_left == 0 || (armed.only != nullptr && std::strcmp(armed.only, call) != 0) ||
+        --armed.calls_left != 0) {
         return false;
     }
-    fired_call = call;
+    armed.fired = call;
     return true;
 }
 
@@ -45,18 +45,6 @@ void* counted(void* memory) noexcept {
 }
 
 }  // namespace
-
-FailNth::FailNth(int nth, const char* only) noexcept {
-    fired_call = nullptr;
-    only_call = only;
-    calls_left = nth;
-}
-void FailNth::disarm() noexcept {
-    calls_left = 0;
-}
-const char* FailNth::fired() const noexcept {
-    return fired_call;
-}
 
 Resources resources_in_use() noexcept {
     Resources resources = in_use;
@@ -148,18 +136,14 @@ WRAP_COUNTED(pthread_setspecific, ENOMEM, thread_keys, 0, (pthread_key_t key, co
              (key, value))
 
 // Calls that give back do not fail.
-WRAP(pthread_cond_destroy, int, pthread_cond_t* condition) {
-    return counted(__real_pthread_cond_destroy(condition), conditions, -1);
-}
-WRAP(pthread_mutex_destroy, int, pthread_mutex_t* mutex) {
-    return counted(__real_pthread_mutex_destroy(mutex), mutexes, -1);
-}
-WRAP(pthread_attr_destroy, int, pthread_attr_t* attributes) {
-    return counted(__real_pthread_attr_destroy(attributes), thread_attributes, -1);
-}
-WRAP(pthread_key_delete, int, pthread_key_t key) {
-    return counted(__real_pthread_key_delete(key), thread_keys, -1);
-}
+#define WRAP_DESTROY(name, type, kind)                   \
+    WRAP(name, int, type object) {                       \
+        return counted(__real_##name(object), kind, -1); \
+    }
+WRAP_DESTROY(pthread_cond_destroy, pthread_cond_t*, conditions)
+WRAP_DESTROY(pthread_mutex_destroy, pthread_mutex_t*, mutexes)
+WRAP_DESTROY(pthread_attr_destroy, pthread_attr_t*, thread_attributes)
+WRAP_DESTROY(pthread_key_delete, pthread_key_t, thread_keys)
 
 WRAP(gettimeofday, int, timeval* now, void* zone) {
     FAIL_WITH(gettimeofday, -1, EFAULT)

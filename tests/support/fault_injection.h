@@ -15,18 +15,24 @@
 
 namespace fault_injection {
 
+struct Armed {
+    int calls_left;  // the call that brings it from 1 to 0 fails; 0 is disarmed
+    const char *only, *fired;
+};
+extern thread_local Armed armed;
+
 // While armed, the `nth` call from now, counted from 1 over all listed calls or over those named `only`,
 // fails with the error that is usual for it.
 class FailNth {
 public:
-    explicit FailNth(int nth, const char* only = nullptr) noexcept;
+    explicit FailNth(int nth, const char* only = nullptr) noexcept { armed = {nth, only, nullptr}; }
     ~FailNth() { disarm(); }
     FailNth(const FailNth&) = delete;
     FailNth& operator=(const FailNth&) = delete;
 
-    void disarm() noexcept;
+    void disarm() noexcept { armed.calls_left = 0; }
     // The call that failed, or null while none has.
-    const char* fired() const noexcept;
+    const char* fired() const noexcept { return armed.fired; }
 };
 
 // What the calling thread has taken and not given back of each kind that can leak, and the descriptors of

@@ -1,4 +1,3 @@
-// The properties of the real machine, taken by several threads at once.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -11,15 +10,7 @@
 namespace velora_com::qel::sysprops {
 namespace {
 
-TEST(NetworkFunctions, GiveTheirProperties) {
-    std::map<std::wstring, std::wstring> report;
-    ISysProps().GetAllSystemProperties(report);
-    EXPECT_EQ(orumcomn_get_ip_address(), report[IPAddress_Key]);
-    EXPECT_EQ(orumcomn_get_subnet_address(), report[SubnetAddress_Key]);
-    EXPECT_EQ(orumcomn_get_subnet_mask(), report[SubnetMask_Key]);
-    EXPECT_EQ(orumcomn_get_mac_address(), report[NETAddress_Key]);
-}
-
+// On the real machine.
 TEST(Threads, TakeReportsAtOnceAndMeetNoForeignZone) {
     setenv("TZ", "XYZ-3", 1);
     const auto steady_report = [] {
