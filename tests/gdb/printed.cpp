@@ -1,6 +1,5 @@
 // What printers_test.py looks at: handles, a lock and lists, each in a state that their text tells.
 #include <cstdlib>
-#include <initializer_list>
 
 #include "vlrcomn/file.h"
 #include "vlrcomn/handle.h"
@@ -16,13 +15,11 @@ namespace {
 
 [[gnu::used]] oruHandle null_handle;
 [[gnu::used]] oruHandle invalid = ORU_INVALID_HANDLE;
-oruHandle event, mutex, owned_mutex, file, thread;
-orSELock *free_lock, *shared_lock, *owned_lock;
+oruHandle event, owned_mutex, file, thread;
+orSELock *shared_lock, *owned_lock;
 LinkedListHandle counted;
-orSLL stack;
 orSLL2 both_ends;
 LinkedListItem items[2];
-orLLItem stack_item;
 orLL2Node nodes[3];
 
 int keep_registered(uintptr_t, uint32_t, uintptr_t, uint32_t) {
@@ -39,16 +36,14 @@ int main(int, char** arguments) {
     thread = oruCreateThread(nullptr, 0, return_at_once, nullptr, 0, nullptr);
     oruWaitForSingleObject(thread, ORU_INFINITE);
     event = oruCreateEvent(nullptr, 1, 1, nullptr);
-    mutex = oruCreateMutex(nullptr, 0, nullptr);
     owned_mutex = oruCreateMutex(nullptr, 1, nullptr);
     file =
         oruCreateFileAW(arguments[0], ORU_ACCESS_READ, 0, nullptr, ORU_OPEN_EXISTING, 0, nullptr);
 
     orSO_ProcessAttach();
     orSO_ThreadAttach();
-    for (orSELock** lock : {&free_lock, &shared_lock, &owned_lock}) {
-        orSO_SELockCreate(lock);
-    }
+    orSO_SELockCreate(&shared_lock);
+    orSO_SELockCreate(&owned_lock);
     orSO_SELockSharedWaitForExclusive(shared_lock, 1);
     orSO_SELockSharedWaitForExclusive(shared_lock, 1);
     orSO_SELockExclusiveNotify(shared_lock, keep_registered, 0, 0);
@@ -58,8 +53,6 @@ int main(int, char** arguments) {
     for (LinkedListItem& item : items) {
         LinkedList_AddTail(counted, &item);
     }
-    orSLL_Init(&stack);
-    orSLL_XInsertHead(&stack, &stack_item);
     orSLL2_Init(&both_ends);
     for (orLL2Node& node : nodes) {
         orSLL2_XInsertTail(&both_ends, &node);

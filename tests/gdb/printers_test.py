@@ -7,17 +7,13 @@ import gdb
 EXPECTED = {
     "null_handle": "null handle",
     "invalid": "invalid handle",
-    "event": "0x event, set",
     "*event": "0x event, set",
-    "mutex": "0x mutex, free",
     "owned_mutex": "0x mutex, owned by thread 0x",
     "file": '0x file N "PATH/gdb_printed"',
     "thread": "0x thread, ended",
-    "*free_lock": "SE lock, free (last created)",
     "*shared_lock": "SE lock, held shared 2 times, 1 notification (last created)",
     "*owned_lock": "SE lock, owned by the thread of event 0x 1 time (last granted exclusively)",
     "*counted": "list of 2 items = {0x, 0x}",
-    "stack": "locked stack of 1 item, SE lock, free (last released) = {0x}",
     "both_ends": "locked list of 3 items, SE lock, free (last released) = {0x, 0x, 0x}",
 }
 

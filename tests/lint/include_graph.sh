@@ -3,7 +3,6 @@
 # layer. Each folder and public header of the properties stack names what it may include; since that
 # set is closed under inclusion, checking the direct includes checks the graph.
 set -euo pipefail
-root=${1:-.}
 
 text='vlrcomn/time_text\.h'
 shared="support/|platform/|vlrcomn/types\.h"
@@ -17,14 +16,13 @@ bad=0
 may_include() {
     local allowed=$1 found
     shift
-    found=$(cd "$root" && grep -nE '^#include "' /dev/null "$@" |
-        grep -vE "#include \"($allowed)" || true)
+    found=$(grep -nE '^#include "' /dev/null "$@" | grep -vE "#include \"($allowed)" || true)
     if [ -n "$found" ]; then
         printf 'not allowed here:\n%s\n' "$found" >&2
         bad=1
     fi
 }
-files() { (cd "$root" && find "$@" -name '*.h' -o -name '*.cpp' | sort); }
+files() { find "$@" -name '*.h' -o -name '*.cpp' | sort; }
 
 may_include "$shared" $(files source/platform source/support)
 may_include "$shared|$network" $(files source/network)

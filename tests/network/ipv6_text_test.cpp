@@ -1,12 +1,7 @@
 // The rest of each function's rules is held by the fuzz target, which compares it with a plain model.
 #include "vlrcomn/ipv6_text.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-
-#include <random>
-
-#include "network/ipv6_groups.h"
 
 namespace {
 
@@ -38,31 +33,10 @@ TEST(IPv6Text, IsRewritten) {
 }
 
 TEST(IPv6Text, GivesSubnetsGroupByGroup) {
-    const char* const table[][3] = {
-        {"FE80:00AB:3", "FFF0:fff", "fe80:ab"},
-        {"1", "", ""},
-        // Numbers as strtoul reads them, with 32 bits.
-        {" \t+1f:-1:0x1f:123456789:zz", "ff:ffffffff:ff:ffffffff:ff", "1f:ffffffff:1f:ffffffff:0"},
-    };
-    for (const auto& [address, mask, subnet] : table) {
-        EXPECT_EQ(calculateSubNetAddrForV6(address, mask), subnet) << address;
-    }
-}
-
-// The enumeration writes most addresses without the resolver's short form in between.
-TEST(PlainGroups, AreWhatTheShortFormExpandsTo) {
-    std::minstd_rand random(1);
-    for (int round = 0; round < 20000; ++round) {
-        in6_addr address{};
-        for (unsigned char& byte : address.s6_addr) {
-            byte = random() % 3 == 0 ? static_cast<unsigned char>(random() >> 8) : 0;
-        }
-        char text[INET6_ADDRSTRLEN];
-        inet_ntop(AF_INET6, &address, text, sizeof text);
-        if (network::has_plain_groups(address)) {
-            ASSERT_EQ(network::plain_groups(address), expandIPV6Address(text)) << text;
-        }
-    }
+    EXPECT_EQ(calculateSubNetAddrForV6("FE80:00AB:3", "FFF0:fff"), "fe80:ab");
+    // Numbers as strtoul reads them, with 32 bits.
+    EXPECT_EQ(calculateSubNetAddrForV6("+1f:-1:123456789:zz", "ff:ffffffff:ffffffff:ff"),
+              "1f:ffffffff:ffffffff:0");
 }
 
 }  // namespace

@@ -205,5 +205,3 @@ WRAP_CALL(getnameinfo, int, EAI_MEMORY, ENOMEM,
            socklen_t service_size, int flags),
           (address, size, host, host_size, service, service_size, flags))
 WRAP_CALL(socket, int, -1, EMFILE, (int family, int type, int protocol), (family, type, protocol))
-WRAP_CALL(getsockname, int, -1, ENOBUFS, (int file, sockaddr* address, socklen_t* size),
-          (file, address, size))
