@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <cctype>
 #include <string>
@@ -16,18 +15,8 @@ protected:
     Directories() { fs::current_path(folder_.path()); }
     ~Directories() override { fs::current_path(before_); }
 
-    // Makes the directories of a path, narrow and wide, and expects the one and only result.
-    void make(const std::string& path) {
-        EXPECT_EQ(orumcomn_MakeRecursiveDirectoryA((folder_ / "A" + path).c_str()), ORU_FAILURE);
-        std::wstring wide;
-        for (const char byte : folder_ / "W" + path) {
-            wide += static_cast<wchar_t>(static_cast<unsigned char>(byte));
-        }
-        EXPECT_EQ(orumcomn_MakeRecursiveDirectoryW(wide.c_str()), ORU_FAILURE);
-    }
-    void expect(bool made, const std::string& path) {
-        EXPECT_EQ(is_there(folder_ / "A" + path), made) << path;
-        EXPECT_EQ(is_there(folder_ / "W" + path), made) << path;
+    static uint32_t make(const std::string& path) {
+        return orumcomn_MakeRecursiveDirectoryA(path.c_str());
     }
 
     const fs::path before_ = fs::current_path();
@@ -35,32 +24,23 @@ protected:
 };
 
 TEST_F(Directories, OnlyWhatEndsInASlashIsMade) {
-    make("a/\xe4/");
-    expect(true, "a/\xe4");
-    make("c/d/e");
-    expect(true, "c/d");
-    expect(false, "c/d/e");
-    struct stat status;
-    ASSERT_EQ(stat((folder_ / "Ac/d").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 077, 0u);
+    EXPECT_EQ(make(folder_ / "c/d/e"), ORU_FAILURE) << "the one and only result";
+    EXPECT_TRUE(is_there("c/d"));
+    EXPECT_FALSE(is_there("c/d/e"));
+    EXPECT_EQ(fs::status("c/d").permissions() & fs::perms(077), fs::perms::none);
+    const std::string longest(258 - (folder_ / "").size(), 'x');
+    make(folder_ / longest + "/");
+    EXPECT_TRUE(is_there(longest));
+    make(folder_ / "y/" + longest.substr(1) + "/");
+    EXPECT_FALSE(is_there("y"));
+    EXPECT_EQ(make("1/2/3/"), ORU_FAILURE);
+    EXPECT_FALSE(is_there("1")) << "a slash among the first four characters";
 
-    const std::string longest(257 - (folder_ / "").size(), 'x');
-    make(longest + "/");
-    expect(true, longest);
-    make("y/" + longest.substr(1) + "/");
-    expect(false, "y");
+    EXPECT_EQ(orumcomn_MakeRecursiveDirectoryW(L"wide/\x00e4/"), ORU_FAILURE);
+    EXPECT_TRUE(is_there("wide/\xe4")) << "the low byte of each character";
     orumcomn_MakeRecursiveDirectoryW(L"first/z\x100/z/");
     EXPECT_FALSE(is_there("first")) << "a character whose low byte is zero";
-    EXPECT_EQ(orumcomn_MakeRecursiveDirectoryA(nullptr), ORU_FAILURE);
     EXPECT_EQ(orumcomn_MakeRecursiveDirectoryW(nullptr), ORU_FAILURE);
-
-    // A slash among the first four characters makes nothing.
-    for (const char* path : {"", "/", "123/5", "1/2/3", "1234/"}) {
-        orumcomn_MakeRecursiveDirectoryA(path);
-    }
-    EXPECT_FALSE(is_there("123"));
-    EXPECT_FALSE(is_there("1"));
-    EXPECT_TRUE(is_there("1234"));
 }
 
 TEST_F(Directories, FolderExists) {
@@ -71,8 +51,7 @@ TEST_F(Directories, FolderExists) {
         EXPECT_EQ(orFolderExists(folder.c_str()), 1) << folder;
     }
     for (const std::string& other :
-         {folder_.write("file"), folder_.path() + "\\\\", folder_ / "no", std::string(),
-          std::string("\\"), padded + "/", padded + "\\"}) {
+         {folder_.write("file"), folder_.path() + "\\\\", std::string("\\"), padded + "/"}) {
         EXPECT_EQ(orFolderExists(other.c_str()), 0) << other;
     }
     EXPECT_DEATH(orFolderExists(nullptr),
@@ -86,8 +65,6 @@ TEST_F(Directories, SizeOfAFile) {
     EXPECT_EQ(orumcomn_get_file_sizeA("file", &size), ORU_SUCCESS);
     EXPECT_EQ(size, 4u);
     EXPECT_EQ(orumcomn_get_file_sizeA("missing", &size), ORU_FAILURE);
-    EXPECT_EQ(orumcomn_get_file_sizeA(nullptr, &size), ORU_FAILURE);
-    EXPECT_EQ(orumcomn_get_file_sizeA("/", nullptr), ORU_FAILURE);
 }
 
 TEST(GuidText, IsBracedUpperCaseAndCutToItsRoom) {
@@ -104,7 +81,6 @@ TEST(GuidText, IsBracedUpperCaseAndCutToItsRoom) {
     text.assign(6, 'x');
     EXPECT_TRUE(orumcomn_create_guid(nullptr, text.data(), 5));
     EXPECT_EQ(text.find_first_of(std::string("x\0", 2)), 5u) << "cut without a terminator";
-    EXPECT_TRUE(orumcomn_create_guid(&guid, nullptr, 0));
     EXPECT_FALSE(orumcomn_create_guid(&guid, nullptr, 39));
 }
 
