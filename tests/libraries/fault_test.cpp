@@ -5,23 +5,14 @@
 
 namespace {
 
-TEST(LibraryFaults, AFailedLoadKeepsNothingAndSaysWhy) {
+TEST(LibraryFaults, AFailedLoadKeepsNothing) {
     void* module = nullptr;
-    const char* message = nullptr;
     const auto load = [&] {
-        module = oruLoadLibrary(LOADED_FOLDER "library_plain" LOADED_SUFFIX, &message);
+        module = oruLoadLibrary(LOADED_FOLDER "library_plain" LOADED_SUFFIX, nullptr);
         return module != nullptr;
     };
     fault_injection::walk_failures(load, [&] { EXPECT_EQ(oruFreeLibrary(module), 1); });
     EXPECT_EQ(velora_com::qel::portability::pDynamicLibraryList[0], nullptr);
-    for (const auto& [call, words] :
-         {std::pair{"pthread_mutex_lock", "locked"}, {"malloc", "out of memory"}}) {
-        fault_injection::FailNth failure(1, call);
-        const bool loaded = load();
-        failure.disarm();
-        EXPECT_FALSE(loaded) << call;
-        EXPECT_STREQ(message, words);
-    }
 }
 
 }  // namespace

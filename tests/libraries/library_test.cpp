@@ -140,8 +140,6 @@ TEST_F(Libraries, WidePathsAndMessages) {
     EXPECT_EQ(free(module), success);
     EXPECT_EQ(oruLoadLibraryW(L"no such \u00e4 library", &message), nullptr);
     EXPECT_THAT(message, HasSubstr(L"no such \u00e4 library"));
-    EXPECT_EQ(oruLoadLibraryW(nullptr, nullptr), nullptr);
-    EXPECT_STREQ(message, L"") << "emptied by every call";
 }
 
 TEST_F(Libraries, SymbolsAndStrings) {
@@ -242,9 +240,8 @@ TEST_F(Libraries, LoadedAndFreedInParallel) {
 TEST(LibraryImage, OpensApartFromTheList) {
     void* module = nullptr;
     char message[ORU_LIBRARY_MESSAGE_SIZE] = "so: ";
-    EXPECT_EQ(load_shared_object_image(&module, "no such library", message), 0);
-    EXPECT_THAT(message, testing::StartsWith("so: no such library"));
     EXPECT_EQ(load_shared_object_image(&module, std::string(2000, 'x').c_str(), message), 0);
+    EXPECT_THAT(message, testing::StartsWith("so: xx"));
     EXPECT_EQ(std::strlen(message), 511u) << "filled up, not overrun";
     ASSERT_EQ(load_shared_object_image(&module, plain.c_str(), message), 1);
     EXPECT_EQ(occupied_slots(), 0);

@@ -50,24 +50,9 @@ TEST(LinkedList, BehavesAsAList) {
     EXPECT_EQ(list, nullptr);
 }
 
-TEST(LinkedList, RefusesNull) {
-    LinkedListItem item{};
-    LinkedListHeader list{};
-    LinkedListHandle none = nullptr;
-    LinkedList_End(nullptr);
-    LinkedList_End(&none);
-    EXPECT_EQ(LinkedList_AddHead(nullptr, &item), 0);
-    EXPECT_EQ(LinkedList_AddTail(&list, nullptr), 0);
-    EXPECT_EQ(LinkedList_RemoveTail(none), nullptr);
-    EXPECT_EQ(LinkedList_PeekAt(none, 0), nullptr);
-    EXPECT_EQ(LinkedList_RemoveAt(none, 0), nullptr);
-}
-
 TEST(LinkedListDeathTest, BrokenPreconditionsAreAssertions) {
     EXPECT_DEATH(LinkedList_Init(nullptr),
                  "../source/Linklist:31: LinkedList_Init: Assertion `lphLinkedList' failed");
-    EXPECT_DEATH(LinkedList_GetCount(nullptr),
-                 "../source/Linklist:167: LinkedList_GetCount: Assertion `lpMain' failed");
     LinkedListItem only{};
     LinkedListHeader short_chain{&only, &only, 3};
     EXPECT_DEATH(LinkedList_PeekAt(&short_chain, 1),
@@ -99,15 +84,6 @@ TEST(IntrusiveLists, LoseAnItemAtAnyPlace) {
         EXPECT_EQ(nodes[place + 1].next, &nodes[place + 2]) << "the node's own links stay";
         EXPECT_EQ(nodes[place + 1].previous, &nodes[place]);
     }
-}
-
-// As the nodes at the ends of a list may be.
-TEST(IntrusiveLists, RemoveANodeWithoutNeighbours) {
-    orLL2Node alone{nullptr, nullptr}, front{&alone, nullptr}, half{nullptr, &front};
-    orLL2_XRemove(&alone);
-    orLL2_XRemove(&half);
-    EXPECT_EQ(front.next, nullptr);
-    EXPECT_EQ(orLL2_XGetNext(nullptr), nullptr);
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
-// Threads, thread-local indices and the tick count.
+// Threads and thread-local indices.
 #include "vlrcomn/thread.h"
-
-#include <sys/times.h>
-#include <unistd.h>
 
 #include <stdexcept>
 #include <thread>
@@ -109,16 +106,6 @@ TEST_F(Tls, AForkedChildLeavesItsParentsIndices) {
         free_tls_indices_of_process();
         return own == index + 1 && pTlsKeyTable[index] != 0 && pTlsKeyTable[own] == 0;
     }));
-}
-
-TEST(TickCount, IsTheWrappedProduct) {
-    const auto expected = [] {
-        tms unused;
-        return static_cast<uint32_t>(times(&unused)) * 1000u /
-               static_cast<uint32_t>(sysconf(_SC_CLK_TCK));
-    };
-    const uint32_t before = expected(), count = oruGetTickCount(), after = expected();
-    EXPECT_TRUE((before <= count && count <= after) || after < before) << "wrapped just now";
 }
 
 }  // namespace

