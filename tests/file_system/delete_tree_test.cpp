@@ -1,14 +1,12 @@
 #include <fcntl.h>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <cstdio>
-#include <set>
 #include <string>
 #include <thread>
 
-#include "support/skip.h"
 #include "support/temporary_folder.h"
 #include "vlrcomn/file_system.h"
 
@@ -118,29 +116,6 @@ TEST_F(DeleteTree, DepthCostsNoDescriptors) {
     deltree();
     setrlimit(RLIMIT_NOFILE, &files);
     EXPECT_FALSE(is_there(tree_));
-}
-
-// As a user whom permissions bind. What is forbidden stays, all else goes.
-TEST_F(DeleteTree, PermissionsKeepOnlyWhatTheyForbid) {
-    fs::permissions(folder_.path(), fs::perms::all);
-    fs::permissions(tree_, fs::perms::all);
-    const uid_t user = geteuid();
-    if (user == 0 && seteuid(65534) != 0) {
-        SKIP_FOR_LACK_OF("another user to become");
-    }
-    for (const auto& [name, mode] :
-         {std::pair{"a_gone", 0700}, {"read_only", 0500}, {"unreadable", 0}, {"z_gone", 0700}}) {
-        folder_.write(std::string("tree/") + name + "/file");
-        fs::permissions(tree_ + "/" + name, fs::perms(mode));
-    }
-    deltree();
-    std::set<std::string> left;
-    for (const auto& entry : fs::directory_iterator(tree_)) {
-        fs::permissions(entry, fs::perms::all);
-        left.insert(entry.path().filename());
-    }
-    EXPECT_EQ(seteuid(user), 0);
-    EXPECT_THAT(left, testing::ElementsAre("read_only", "unreadable"));
 }
 
 }  // namespace

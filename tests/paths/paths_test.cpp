@@ -1,14 +1,11 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <string>
 #include <utility>
 
-#include "support/child_process.h"
 #include "support/fault_injection.h"
-#include "support/skip.h"
 #include "support/temporary_folder.h"
 #include "vlrcomn/path_resolution.h"
 
@@ -94,18 +91,6 @@ TEST_F(Paths, BoundsLinksAndTheirTexts) {
         const std::string text = root_ + std::string(size - file_.size(), '/') + "/file";
         EXPECT_EQ(resolved(link(text, std::to_string(size))), size == 1023 ? text : "failed");
     }
-}
-
-// In the root folder, too, a link counts from its folder. The test needs a root folder of its own.
-TEST_F(Paths, ResolvesLinksInTheRootFolder) {
-    if (geteuid() != 0) {
-        SKIP_FOR_LACK_OF("root, for chroot");
-    }
-    link("file", "link");
-    EXPECT_TRUE(holds_in_child([this] {
-        return chroot(root_.c_str()) == 0 && chdir("/sub") == 0 && resolved("/link") == "/file" &&
-               resolved("//link") == "/file";
-    }));
 }
 
 TEST_F(Paths, ServesCCallersWhateverFails) {
