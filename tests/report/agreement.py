@@ -231,17 +231,20 @@ def main():
     run("mount", "-t", "tmpfs", "-o", "size=64m", "tmpfs", scratch)
     try:
         Machine.scratch = scratch
-        hosts = os.path.join(scratch, "hosts")
-        with open(hosts, "w") as file:
+        # Over the whole of /etc, since a bare system has no such file yet.
+        upper, work = os.path.join(scratch, "etc"), os.path.join(scratch, "work")
+        os.mkdir(upper)
+        os.mkdir(work)
+        with open(os.path.join(upper, "hosts"), "w") as file:
             file.write(f"127.0.0.1 localhost\n127.0.1.1 {HOST} alpha\n")
         with open(os.path.join(scratch, "filler"), "wb") as file:
             file.write(bytes(16 * 1048576))
-        run("mount", "--bind", hosts, "/etc/hosts")
+        run("mount", "-t", "overlay", "-o", f"lowerdir=/etc,upperdir={upper},workdir={work}", "overlay", "/etc")
         socket.sethostname(HOST)
         make_interfaces()
         result = unittest.main(argv=["agreement"], exit=False, verbosity=1).result
     finally:
-        subprocess.run(["umount", "/etc/hosts"])
+        subprocess.run(["umount", "/etc"])
         subprocess.run(["umount", scratch])
         os.rmdir(scratch)
     sys.exit(not result.wasSuccessful())
