@@ -199,7 +199,7 @@ TEST_F(VersionFile, BringsTheWordSizeAlong) {
         const wchar_t* expected;
     } cases[] = {
         {"x86_64", "0", L"1"}, {"i386", "1", L"0"}, {"Power Macintosh", "   1\n", L"1"},
-        {"ppc", "", L"0"},     {"ppc", {}, L"-1"},  {"ppc", "    1", L"0"},  // four bytes are read
+        {"ppc64", "", L"0"},   {"ppc", {}, L"-1"},  {"ppc", "    1", L"0"},  // four bytes are read
     };
     script().property_list = {{{"ProductVersion", "10.4.11"}}};
     for (const auto& each : cases) {
