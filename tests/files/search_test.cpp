@@ -115,6 +115,21 @@ TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
     }
 }
 
+TEST_F(Search, ManyThreadsShareTheSlots) {
+    folder_.write("file");
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 100; ++round) {
+                EXPECT_THAT(found(folder_ / "fi*"), ElementsAre("file"));
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
 // Against the contract, but without harm: a search that is closed while another thread reads on.
 TEST_F(Search, ClosingMeetsReading) {
     for (int i = 0; i < 50; ++i) {
