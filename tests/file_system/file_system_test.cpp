@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <string>
 
+#include "support/assertion_message.h"
 #include "support/temporary_folder.h"
 #include "vlrcomn/file_system.h"
 #include "vlrcomn/time_text.h"
@@ -122,8 +123,7 @@ TEST_F(Directories, FolderExists) {
         EXPECT_EQ(orFolderExists(other.c_str()), 0) << other;
     }
     EXPECT_DEATH(orFolderExists(nullptr),
-                 "\\.\\./source/orufio:190: orFolderExists: Assertion `lpszFolder' failed"
-                 "|\\(lpszFolder\\), function orFolderExists, file \\.\\./source/orufio, line 190");
+                 assertion_message("\\.\\./source/orufio", "190", "orFolderExists", "lpszFolder"));
 }
 
 TEST_F(Directories, SizeOfAFile) {

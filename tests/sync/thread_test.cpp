@@ -1,6 +1,8 @@
 // Threads and thread-local indices.
 #include "vlrcomn/thread.h"
 
+#include <limits.h>
+
 #include <stdexcept>
 #include <thread>
 
@@ -61,15 +63,20 @@ protected:
 };
 
 TEST_F(Tls, HandsOutTheLowestFreeIndex) {
-    for (uint32_t index = 0; index < 512; ++index) {
+    // Some systems have fewer keys than the table has places.
+    const bool all = PTHREAD_KEYS_MAX >= 1024;
+    const uint32_t count = all ? 512 : PTHREAD_KEYS_MAX / 2;
+    for (uint32_t index = 0; index < count; ++index) {
         ASSERT_EQ(oruTlsAlloc(), index);
     }
-    EXPECT_EQ(refusal([] { return oruTlsAlloc() + 1; }), EAGAIN);
+    if (all) {
+        EXPECT_EQ(refusal([] { return oruTlsAlloc() + 1; }), EAGAIN);
+    }
     EXPECT_EQ(refusal([] { return oruTlsSetValue(512, nullptr); }), EINVAL);
-    EXPECT_EQ(oruTlsFree(511), 1);
+    EXPECT_EQ(oruTlsFree(count - 1), 1);
     EXPECT_EQ(oruTlsFree(5), 1);
     EXPECT_EQ(oruTlsAlloc(), 5u);
-    EXPECT_EQ(oruTlsAlloc(), 511u);
+    EXPECT_EQ(oruTlsAlloc(), count - 1);
 }
 
 TEST_F(Tls, HoldsAValueForEachThread) {
