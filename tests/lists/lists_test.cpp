@@ -132,7 +132,6 @@ TEST_F(LockedLists, ADequeBehavesAsOne) {
         ASSERT_EQ(orLL2_XIsEnd(node), 1);
         orSLL2_LockRelease(deque_);
     }
-    orSLL2_Uninit(deque_);  // while the nodes are there
 }
 
 TEST_F(LockedLists, AStackGivesTheLatestFirst) {
