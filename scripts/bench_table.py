@@ -190,7 +190,8 @@ def circumstances(documents, settings):
                    if document["context"].get("optimised") != "yes"]
     if unoptimised:
         print(f"> **Warning: {', '.join(unoptimised)} not optimised. These figures say nothing.**\n")
-    if load > context["num_cpus"] / 2:
+    # The threads of the program before count as well, up to two of them.
+    if load > context["num_cpus"]:
         print(f"> **Warning: the machine was busy (load {load:.1f}). Measure again.**\n")
     compiler = output_of("c++", "--version").split("\n")[0]
     folder = output_of("df", "--output=fstype", tempfile.gettempdir()).split("\n")[-1]
