@@ -1,9 +1,9 @@
 #include "network/socket.h"
 
-#include <fcntl.h>
 #include <sys/socket.h>
 
 #include "support/config.h"
+#include "support/open_file.h"
 
 namespace velora_com::qel::network {
 
@@ -12,9 +12,7 @@ support::FileDescriptor open_socket(int family, int type, int protocol) {
     return support::FileDescriptor(socket(family, type | SOCK_CLOEXEC, protocol));
 #else
     support::FileDescriptor descriptor(socket(family, type, protocol));
-    if (descriptor) {
-        fcntl(descriptor.get(), F_SETFD, FD_CLOEXEC);
-    }
+    support::close_on_exec(descriptor.get());
     return descriptor;
 #endif
 }

@@ -7,6 +7,7 @@
 #include "platform/platform.h"
 #include "support/config.h"
 #include "support/interrupted.h"
+#include "support/open_file.h"
 #include "support/owners.h"
 
 namespace velora_com::qel::platform {
@@ -31,8 +32,8 @@ Pipe open_pipe() {
     if (pipe(ends) != 0) {
         return {};
     }
-    fcntl(ends[0], F_SETFD, FD_CLOEXEC);
-    fcntl(ends[1], F_SETFD, FD_CLOEXEC);
+    support::close_on_exec(ends[0]);
+    support::close_on_exec(ends[1]);
 #endif
     return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
 }
