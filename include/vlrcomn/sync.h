@@ -116,10 +116,10 @@ VLRCOMN_API int oruReleaseMutex(oruHandle mutex);
  * wait gives #ORU_WAIT_FAILED at once. A time-out of 10 fails about once in a hundred calls, one of
  * 500 every other time. Time-outs of 0, of whole seconds and #ORU_INFINITE never fail so; with
  * others try again on #ORU_WAIT_FAILED.
- * - **#ORU_WAIT_SIGNALLED may be a spurious wake-up** for events and threads: the call sleeps once
- * and takes any wake-up for the signal, also one that the system makes up (for example after a
- * handled signal on Mac OS X). Test your own condition after waiting. A mutex is looked at again,
- * and the result means that the caller owns it.
+ * - **A wake-up may be spurious.** For events and threads #ORU_WAIT_SIGNALLED may come from one: the
+ * call sleeps once and takes any wake-up for the signal, also one that the system makes up (for
+ * example after a handled signal on Mac OS X). Test your own condition after waiting. A mutex is
+ * looked at again, and the result means that the caller owns it.
  * - The wall clock is followed when it is set anew during the wait.
  *
  * @param handle an event, thread or mutex.
