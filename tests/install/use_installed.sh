@@ -14,11 +14,13 @@ quietly() { "$@" >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }; }
 if [ "$way" = packages ]; then
     type dpkg-shlibdeps file >/dev/null 2>&1 || skip 'no dpkg-dev or no file'
     quietly cpack --config "$build/CPackConfig.cmake" -B "$work/packages"
-    field() { dpkg-deb -f "$work"/packages/"$1"_*.deb "$2"; }
-    version=$(field libvlrcomn1 Version)
-    [[ $(field libvlrcomn1 Depends) == *'libc6 (>= '*'libstdc++6 (>= '* ]]
-    [[ $(field libvlrcomn-dev Depends) == *"libvlrcomn1 (= $version)"* ]]
-    [[ $(field vlrprops Depends) == *"libvlrcomn1 (= $version)"* ]]
+    field() { dpkg-deb -f "$work"/packages/$1_*.deb "$2"; }
+    runtime=$(field 'libvlrcomn[0-9]*' Package)
+    version=$(field "$runtime" Version)
+    [ "$runtime" = "libvlrcomn${version%%.*}" ]
+    [[ $(field "$runtime" Depends) == *'libc6 (>= '*'libstdc++6 (>= '* ]]
+    [[ $(field libvlrcomn-dev Depends) == *"$runtime (= $version)"* ]]
+    [[ $(field vlrprops Depends) == *"$runtime (= $version)"* ]]
     [[ $(field vlrprops Description) == 'Property report'* && -n $(field vlrprops Maintainer) ]]
     for package in "$work"/packages/*.deb; do
         dpkg-deb -x "$package" "$work/root"
