@@ -1,7 +1,9 @@
 // Filling the table of interfaces: one snapshot, walked twice, once for the link-layer entries and once
 // for the addresses.
-#include <net/if.h>
 #include <netinet/in.h>
+#include <sys/socket.h>
+// After sys/socket.h, as older systems need it.
+#include <net/if.h>
 
 #include <algorithm>
 #include <functional>

@@ -1,5 +1,7 @@
 #include "network/interface_index.h"
 
+#include <sys/socket.h>
+// After sys/socket.h, as older systems need it.
 #include <net/if.h>
 
 #include <cstring>

@@ -103,7 +103,8 @@ constexpr size_t max_property_string = 255;
 // Reads `document` as an XML property list and looks `keys` up in its top-level dictionary. Nothing
 // when the document is no property list or its top level is no dictionary; otherwise one answer for
 // each key, empty when the key is missing, its value is no string, or the string is longer than
-// max_property_string. Of equal keys the last counts. On Linux these too are no property lists: a
+// max_property_string. Of equal keys the last counts. The Mac reads the other forms of property lists
+// as well, the binary one above all. On Linux these too are no property lists: a
 // document with declarations of its own, one over 256 MiB, one whose reading would take more than four
 // times its size and 4 MiB (tens of thousands of levels), and any on a host without Expat.
 std::optional<std::vector<std::optional<std::string>>> property_list_strings(
@@ -115,8 +116,9 @@ std::optional<int64_t> boot_time();
 // Runs `command` with the shell, waits for its end and returns at most `max_bytes` of its output, from
 // one read; a command that writes more ends by SIGPIPE. Nothing when no process can be started; a
 // shell that cannot be executed leaves the output empty. The library's own descriptors stay closed in
-// the child, which starts with the default handling of SIGPIPE. Cancelling the thread takes effect
-// after the call.
+// the child (where the system cannot open them so, one that another thread opens at that moment may be
+// left), which starts with the default handling of SIGPIPE. Cancelling the thread takes effect after the
+// call.
 std::optional<std::string> run_command(const char* command, size_t max_bytes);
 
 // --- Network -------------------------------------------------------------------------------------

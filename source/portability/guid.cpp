@@ -1,9 +1,10 @@
 #include "vlrcomn/guid.h"
 
-#include <net/if.h>
 #include <pthread.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
+// After sys/socket.h, as older systems need it.
+#include <net/if.h>
 
 #include <cstdlib>
 

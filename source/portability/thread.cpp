@@ -72,7 +72,8 @@ void* oruThreadJuggle(void* start_block) {
     result = block->routine(block->parameter);
     // From here on no cancellation, asynchronous either, may take the thread between the removal of
     // the handler and the call of the same function.
-    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
+    int ignored;
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &ignored);
     pthread_cleanup_pop(0);
     oruCleanupThread(start_block);
     return reinterpret_cast<void*>(uintptr_t{result});  // NOLINT(performance-no-int-to-ptr)

@@ -12,7 +12,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <utility>
 
@@ -31,11 +30,15 @@ private:
 };
 
 // Puts the cancellation of this thread off for a scope, so that owners in it are enough: where nothing
-// can be cancelled, every destructor runs.
+// can be cancelled, every destructor runs. Mac OS X 10.4 may cancel at the end of the outermost such scope,
+// a release of an owner included: what is held around it, above all a mutex, must not be lost by that.
 class CancellationOff {
 public:
     CancellationOff() noexcept { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &former_); }
-    ~CancellationOff() { pthread_setcancelstate(former_, nullptr); }
+    ~CancellationOff() {
+        int ignored;  // the call stores through a null pointer on old systems
+        pthread_setcancelstate(former_, &ignored);
+    }
     CancellationOff(const CancellationOff&) = delete;
     CancellationOff& operator=(const CancellationOff&) = delete;
 
@@ -100,8 +103,6 @@ using File = std::unique_ptr<FILE, Releaser<&::fclose>>;
 using InterfaceAddresses = std::unique_ptr<ifaddrs, Releaser<&::freeifaddrs>>;
 using AddressInfo = std::unique_ptr<addrinfo, Releaser<&::freeaddrinfo>>;
 using LoadedLibrary = std::unique_ptr<void, Releaser<&::dlclose>>;
-template <typename T>
-using Allocated = std::unique_ptr<T, Releaser<&::free>>;
 
 // Holds a POSIX mutex for a scope. Where a thread may be cancelled inside the scope, a POSIX clean-up
 // handler has to give the mutex back instead: cancellation need not run destructors.

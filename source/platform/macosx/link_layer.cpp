@@ -1,4 +1,6 @@
 #include <ifaddrs.h>
+#include <sys/types.h>
+// After sys/types.h, as older systems need it.
 #include <net/if_dl.h>
 
 #include <cstddef>
