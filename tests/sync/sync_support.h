@@ -2,11 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <pthread.h>
 
-#include <memory>
-
-#include "portability/errors.h"
 #include "portability/handle_object.h"
 #include "vlrcomn/sync.h"
 #include "vlrcomn/thread.h"
@@ -36,13 +32,6 @@ inline uint32_t wait_for(const Handle& handle, uint32_t milliseconds = ORU_INFIN
 inline void expect_unlocked(const Handle& handle) {
     EXPECT_EQ(pthread_mutex_trylock(&handle->mutex), 0);
     pthread_mutex_unlock(&handle->mutex);
-}
-
-// What a refused call, whose result is 0, noted in the layer's error word; -1 when it was not refused.
-template <typename Call>
-int refusal(Call call) {
-    nErrno = 0;
-    return call() ? -1 : static_cast<int>(nErrno);
 }
 
 }  // namespace sync_test
