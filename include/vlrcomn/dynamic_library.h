@@ -51,7 +51,8 @@ extern "C" {
  *
  * It must not load or free libraries through this layer: such a call fails at once as one that finds
  * the list locked. It may look up symbols and call oruDisableThreadLibraryCalls(), which finds the
- * library at #ORU_PROCESS_DETACH but not yet at #ORU_PROCESS_ATTACH. It must not end its thread.
+ * library at #ORU_PROCESS_DETACH but not yet at #ORU_PROCESS_ATTACH. It must neither end its thread nor
+ * let an exception out.
  *
  * @param module the library's module handle.
  * @param reason #ORU_PROCESS_ATTACH or #ORU_PROCESS_DETACH.
@@ -85,12 +86,13 @@ typedef int (*oruLoadStringFunction)(void* module, uint32_t id, void* buffer, in
  * - "locked": the list's lock cannot be taken, or this thread holds it already because the call comes
  *   from an entry point, a constructor or a destructor of a library (EBUSY in the private error word);
  * - "library list full": 50 libraries are loaded (ENOMEM in the private error word);
- * - "out of memory";
+ * - "out of memory" (ENOMEM in the private error word);
  * - "dllmain returned false": the entry point refused. The library stays in memory without an entry;
  *   the next load of the path calls the entry point again;
  * - the loader's own words, at most 510 characters of them; empty for a null path.
  *
- * A failed load by the loader leaves the memory of one entry behind, by contract.
+ * A failed load by the loader leaves the memory of one entry behind, by contract. A load that reaches the
+ * library looks "DllMain" up with oruGetProcAddress(), and so rewrites that function's message too.
  */
 VLRCOMN_API void* oruLoadLibrary(const char* path, const char** message);
 
@@ -107,11 +109,11 @@ VLRCOMN_API void* oruLoadLibraryW(const wchar_t* path, const wchar_t** message);
 /**
  * Looks a symbol up in a module.
  *
- * @param module a module handle.
+ * @param module a module handle; null names no module, also where dlsym(3) searches the whole program.
  * @param name the symbol's name.
  * @param message receives the address of this function's message text; may be null.
  * @return the symbol's address, or null with the loader's words, at most 510 characters. A symbol
- * whose address is null gives null with an empty message. A null name gives null and no words.
+ * whose address is null gives null with an empty message, and so does a null module or name.
  */
 VLRCOMN_API void* oruGetProcAddress(void* module, const char* name, const char** message);
 
@@ -129,7 +131,7 @@ VLRCOMN_API int oruFreeLibrary(void* module);
 /**
  * Asks a module for one of its texts: calls its "loadString" with the same four arguments.
  *
- * @param module a module handle; of the four only this one is looked at here.
+ * @param module a module handle; of the four only this one is looked at here, and null gives 0.
  * @param id which text.
  * @param buffer room for `size` characters of whatever kind of text the module serves.
  * @param size room in `buffer`, in characters.

@@ -19,7 +19,8 @@
  *
  * Cancellation: the waits are cancellation points while they sleep, and nothing stays locked when a
  * waiting thread is cancelled. Do not call them from a C++ function that is `noexcept` in threads
- * that may be cancelled.
+ * that may be cancelled. Only deferred cancellation is supported: one of the asynchronous type may leave
+ * a lock held.
  *
  * After `fork` in a process with several threads only `exec` is safe in the child. No function here
  * may be called from a signal handler.

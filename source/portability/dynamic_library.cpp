@@ -78,6 +78,21 @@ void* load_and_tell(const char* path, LocalMessage& message) {
     return module;
 }
 
+// The same by a wide path.
+void* load_wide(const wchar_t* path, LocalMessage& message) {
+    if (path == nullptr) {
+        return load_and_tell(nullptr, message);
+    }
+    const std::string narrow =
+        qel::support::or_failure(std::string(), [=] { return qel::orumcomn_wide_to_ansi(path); });
+    if (narrow.empty() && *path != L'\0') {  // the loader takes an empty path for the program
+        note_error(ENOMEM);
+        set_message(message, "out of memory");
+        return nullptr;
+    }
+    return load_and_tell(narrow.c_str(), message);
+}
+
 }  // namespace
 
 void* oruLoadLibrary(const char* path, const char** message) {
@@ -96,17 +111,7 @@ void* oruLoadLibraryW(const wchar_t* path, const wchar_t** message) {
     }
     load_message.clear();
     LocalMessage local = "";
-    void* const module = qel::support::or_failure(static_cast<void*>(nullptr), [&]() -> void* {
-        if (path == nullptr) {
-            return load_and_tell(nullptr, local);
-        }
-        const std::string narrow = qel::orumcomn_wide_to_ansi(path);
-        if (narrow.empty() && path[0] != L'\0') {
-            set_message(local, "out of memory");  // the loader takes an empty path for the program
-            return nullptr;
-        }
-        return load_and_tell(narrow.c_str(), local);
-    });
+    void* const module = load_wide(path, local);
     if (message != nullptr && local[0] != '\0') {
         qel::support::contained([&] {
             const std::wstring wide = qel::orumcomn_ansi_to_wide(local);

@@ -29,7 +29,8 @@ void* oruGetProcAddress(void* module, const char* name, const char** message) {
     if (message != nullptr) {
         *message = symbol_message.text();
     }
-    if (name == nullptr) {
+    // Some loaders take a null module for the whole program.
+    if (module == nullptr || name == nullptr) {
         return nullptr;
     }
     void* const address = ::dlsym(module, name);

@@ -149,6 +149,8 @@ TEST_F(Libraries, SymbolsAndStrings) {
     EXPECT_EQ(reinterpret_cast<int (*)()>(function)(), 42);
     EXPECT_EQ(oruGetProcAddress(module, "no_such_symbol", &message), nullptr);
     EXPECT_THAT(message, HasSubstr("no_such_symbol"));
+    EXPECT_EQ(oruGetProcAddress(nullptr, "malloc", &message), nullptr) << "no module is no program";
+    EXPECT_STREQ(message, "");
     char text[16] = "";
     EXPECT_EQ(oruLoadString(module, 4000000000u, text, sizeof text), 15);
     EXPECT_STREQ(text, "text 4000000000");
