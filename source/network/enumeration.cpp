@@ -93,7 +93,8 @@ Texts ipv4_texts(const sockaddr_storage& address, const sockaddr_storage& mask) 
 Texts ipv6_texts(const sockaddr_storage& address, const sockaddr_storage& mask) {
     const in6_addr& address_bits = reinterpret_cast<const sockaddr_in6&>(address).sin6_addr;
     const in6_addr& mask_bits = reinterpret_cast<const sockaddr_in6&>(mask).sin6_addr;
-    if (network::has_plain_groups(address_bits) && network::has_plain_groups(mask_bits)) {
+    if (mask.ss_family == AF_INET6 && network::has_plain_groups(address_bits) &&
+        network::has_plain_groups(mask_bits)) {
         in6_addr subnet;
         std::transform(std::begin(address_bits.s6_addr), std::end(address_bits.s6_addr),
                        std::begin(mask_bits.s6_addr), std::begin(subnet.s6_addr), std::bit_and<>());
