@@ -1,49 +1,189 @@
-#include <gtest/gtest.h>
-#include <netinet/in.h>
+// The table of interfaces, link-local scopes and resolved addresses, from lists that the test writes.
+#include <arpa/inet.h>
+#include <gmock/gmock.h>
+#include <ifaddrs.h>
+#include <net/if.h>
+#include <netdb.h>
+#include <netpacket/packet.h>
 
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "support/fault_injection.h"
 #include "vlrcomn/net_interface.h"
+#include "vlrcomn/network_util.h"
+
+#if !defined(__THROW)  // as glibc declares the calls on lists
+#define __THROW
+#endif
+
+// An address is IPv4, IPv6 or the six characters of a link-layer one. A mask states no family.
+static struct Entry {
+    const char* name;
+    unsigned int flags;
+    const char *address, *mask;
+    ifaddrs listed{};
+    sockaddr_storage address_room{}, mask_room{};
+} entries[] = {
+    {"lo", IFF_UP, nullptr, nullptr},
+    {"lo", 0, "lo-mac", nullptr},
+    {"lo", IFF_UP, "second", nullptr},  // the first one counts
+    {"lo", IFF_UP, "203.0.113.9", "255.255.255.252"},
+    {"lo", IFF_UP, "10.0.0.1", nullptr},
+    {"lo", IFF_RUNNING, "10.0.0.2", "255.0.0.0"},
+    {"no link", IFF_UP, "10.0.0.3", "255.0.0.0"},
+    {"vanished", 0, "gonmac", nullptr},
+    {"vanished", IFF_UP, "10.0.0.4", "255.0.0.0"},
+    {"lo", IFF_UP | IFF_LOOPBACK, "127.0.0.1", "255.0.0.0"},
+    {"lo", IFF_UP, "2001:db8::6", "family"},  // which is another one
+    {"lo", IFF_UP, "::ffff:10.1.2.3", "ffff:ffff:ffff:ffff:ffff:ffff::"},
+    {"lo", IFF_UP, "fe80::1", "ffff:ffff:ffff:ffff::"},
+};
+static ifaddrs& link_local = std::end(entries)[-1].listed;
+
+static sockaddr* read(const char* text, sockaddr_storage& room, bool is_mask) {
+    auto& ipv6 = reinterpret_cast<sockaddr_in6&>(room);
+    auto& link = reinterpret_cast<sockaddr_ll&>(room);
+    if (text == nullptr) {
+        return nullptr;
+    }
+    if (inet_pton(AF_INET, text, &reinterpret_cast<sockaddr_in&>(room).sin_addr) == 1) {
+        room.ss_family = is_mask ? AF_UNSPEC : AF_INET;
+    } else if (inet_pton(AF_INET6, text, &ipv6.sin6_addr) == 1) {
+        room.ss_family = is_mask ? AF_UNSPEC : AF_INET6;
+    } else {
+        room.ss_family = AF_PACKET;
+        std::memcpy(link.sll_addr, text, link.sll_halen = 6);
+    }
+    return reinterpret_cast<sockaddr*>(&room);
+}
+
+static int lists = 0;  // taken from the system and not given back
+static uint32_t connected_scope = 0;
+
+extern "C" int getifaddrs(ifaddrs** list) __THROW {
+    for (auto& [name, flags, address, mask, listed, address_room, mask_room] : entries) {
+        *std::exchange(list, &listed.ifa_next) = &listed;
+        listed.ifa_name = const_cast<char*>(name);
+        listed.ifa_flags = flags;
+        listed.ifa_addr = read(address, address_room, false);
+        listed.ifa_netmask = read(mask, mask_room, true);
+    }
+    *list = nullptr;
+    return lists++, 0;
+}
+
+// Every host has sixteen addresses.
+extern "C" int getaddrinfo(const char*, const char*, const addrinfo*, addrinfo** list) {
+    static addrinfo sixteen[16];
+    static sockaddr_storage address;
+    for (addrinfo& entry : sixteen) {
+        *std::exchange(list, &entry.ai_next) = &entry;
+        entry.ai_family = AF_INET6;
+        entry.ai_socktype = SOCK_STREAM;
+        entry.ai_addr = read("fe80::1", address, false);
+    }
+    *list = nullptr;
+    return lists++, 0;
+}
+
+extern "C" void freeifaddrs(ifaddrs*) __THROW {
+    --lists;
+}
+extern "C" void freeaddrinfo(addrinfo*) __THROW {
+    --lists;
+}
+extern "C" int connect(int, const sockaddr* address, socklen_t) {
+    connected_scope = reinterpret_cast<const sockaddr_in6*>(address)->sin6_scope_id;
+    return 0;
+}
 
 namespace {
 
 using namespace velora_com::qel;
 
-TEST(NetInterfaceList, SearchesInTheOrderOfIndexes) {
-    NetInterfaceList list(false);
-    NetInterface found;
-    for (const unsigned int index : {9u, 5u}) {
-        NetInterface& entry = list.getNetInterface(index);
-        EXPECT_EQ(entry.getIndex(), 0u) << "a new entry is empty";
-        entry.setOption(NETINTERFACE_INDEX, index);
-        entry.setOption(NETINTERFACE_MACADDRESS, "mac" + std::to_string(index));
-        for (const std::string& text : {std::string("10.0.0.1"), "fe80:" + std::to_string(index)}) {
-            IPAddress address;
-            address.setOption(IP_ADDRESS, text);
-            address.setOption(IP_FAMILY, 10u);
-            address.setOption(IP_FAMILY, "text");  // no field of this type
-            entry.setOption(NETINTERFACE_IPADDRESS, address);
+const ANetworkUtil util;
+
+struct Network : testing::Test {
+    ~Network() override { EXPECT_EQ(lists, 0) << "not given back"; }
+
+    std::vector<std::string> addresses() {
+        std::vector<std::string> all;
+        const NetInterface& lo = list_.getNetInterface(1u);
+        EXPECT_EQ(std::to_string(lo.getIndex()) + lo.getIndexName() + lo.getMACAddress(),
+                  "1lo6c6f2d6d6163");
+        for (const IPAddress& address : lo.getIPAddress()) {
+            all.push_back(std::to_string(address.getIPFamily()) + ' ' + address.getIPAddress() +
+                          '/' + address.getSubNetMask() + '=' + address.getSubNetAddr());
         }
+        return all;
     }
-    EXPECT_EQ(list.getNetInterface(9u, found), 1);
-    EXPECT_EQ(list.getNetInterface(7u, found), 0);
-    EXPECT_EQ(found.getIndex(), 9u);
-    ASSERT_EQ(found.getIPAddress().size(), 2u) << "addresses are appended";
-    EXPECT_EQ(found.getIPAddress()[1].getIPFamily(), 10u);
-    EXPECT_EQ(getNetInterfaceFromIPAddress(found, "10.0.0.1", list), 1);
-    EXPECT_EQ(found.getIndex(), 5u) << "the first match wins";
-    std::string mac;
-    EXPECT_EQ(getMACAddressFromIPAddress(mac, "fe80:9", list), 1);
-    EXPECT_EQ(getMACAddressFromIPAddress(mac, "FE80:5", list), 0);
-    EXPECT_EQ(mac, "mac9");
+
+    NetInterfaceList list_{false};
+    std::string text_;
+};
+
+TEST_F(Network, IsListedWhereNothingIsMissingAndSearchedByIndex) {
+    EXPECT_EQ(getNetInterfacesList(list_), 1);
+    const std::vector<std::string> expected = {
+        "2 203.0.113.9/255.255.255.252=203.0.113.8",
+        // The expansion takes the IPv4 tail for one group, which leaves one too many.
+        "10 0:0:0:0:0:0:ffff:10.1.2.3/ffff:ffff:ffff:ffff:ffff:ffff:0:0=0:0:0:0:0:0:0:0",
+        "10 fe80:0:0:0:0:0:0:1/ffff:ffff:ffff:ffff:0:0:0:0=fe80:0:0:0:0:0:0:0",
+    };
+    EXPECT_EQ(addresses(), expected);
+    NetInterface found, &entry = list_.getNetInterface(9u);
+    EXPECT_EQ(entry.getIndex(), 0u) << "a new entry is empty";
+    EXPECT_EQ(list_.getNetInterface(1u, entry), 1);
+    IPAddress address;
+    address.setOption(IP_ADDRESS, "fe80:9");
+    entry.setOption(NETINTERFACE_IPADDRESS, address);
+    entry.setOption(NETINTERFACE_MACADDRESS, "mac9");
+    EXPECT_EQ(getMACAddressFromIPAddress(text_, "fe80:9", list_), 1);
+    EXPECT_EQ(text_, "mac9");
+    EXPECT_EQ(getNetInterfaceFromIPAddress(found, "203.0.113.9", list_), 1);
+    EXPECT_EQ(found.getMACAddress(), "6c6f2d6d6163") << "the first match wins";
+
+    EXPECT_EQ(list_.initialize(), 1);
+    EXPECT_EQ(addresses().size(), 6u) << "a second filling adds all again";
+    list_ = NetInterfaceList(true);
+    EXPECT_EQ(list_.initialize(), 1);
+    EXPECT_THAT(addresses(), testing::Contains("2 127.0.0.1/255.0.0.0=127.0.0.0"));
 }
 
-TEST(Texts, AreWrittenFromBytes) {
-    unsigned char bytes[] = {0x00, 0x1b, 0x63, 0xa4, 0x0f, 0x9c};
-    EXPECT_EQ(formatMACAddress(bytes), "001b63a40f9c");
-    sockaddr_in6 address{};
-    auto* const pointer = reinterpret_cast<sockaddr*>(&address);
-    std::string subnet;
-    EXPECT_EQ(getNetAddr(AF_INET6, pointer, pointer, subnet), 1);
-    EXPECT_EQ(subnet, "N/A");
+TEST_F(Network, IsDescribedInParts) {
+    EXPECT_EQ(getMacAddr(text_, "vanished"), 1);
+    EXPECT_EQ(text_, "676f6e6d6163");
+    EXPECT_EQ(formatMACAddress(nullptr), "");
+    EXPECT_EQ(getNetAddr(AF_INET6, link_local.ifa_netmask, link_local.ifa_addr, text_), 1);
+    EXPECT_EQ(text_, "N/A");
+    EXPECT_EQ(getNetMask(AF_INET6, link_local.ifa_netmask, text_), 1);
+    EXPECT_EQ(text_, "ffff:ffff:ffff:ffff::");
+}
+
+// Memory that runs out leaves the table as it was; another fault costs only the address that meets it.
+TEST_F(Network, IsListedAsFarAsTheSystemAnswers) {
+    size_t fewest = 3;
+    const auto fill = [&] { return list_.initialize() == 1; };
+    const auto walk = fault_injection::walk_failures(fill, [&] {
+        fewest = std::min(fewest, addresses().size());
+        EXPECT_THAT(addresses(), Each(Not(testing::HasSubstr("/="))));
+        list_ = NetInterfaceList(false);
+    });
+    EXPECT_GT(walk.calls - walk.tolerated, 10);
+    EXPECT_EQ(fewest, 2U);
+}
+
+TEST_F(Network, GivesLinkLocalAddressesTheirScopeAndAtMostFourteenTexts) {
+    EXPECT_EQ(util.formatV6addrWithScope("[fe80::1%77]", true), "[fe80::1%1]");
+    EXPECT_EQ(util.formatV6addrWithScope("[2001:db8::1%3]", true), "[2001:db8::1]");
+    EXPECT_EQ(util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 0), 0);
+    EXPECT_EQ(connected_scope, 1u);
+    std::vector<char*> texts;
+    EXPECT_EQ(util.vlrGetAddrinfo("host", "", texts, NI_NUMERICHOST), 0);
+    EXPECT_EQ(texts.size(), 14u);
+    util.vlrFreeAddrinfo(texts);
 }
 
 }  // namespace
