@@ -2,17 +2,14 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <pthread.h>
 
 #include <condition_variable>
 #include <functional>
 #include <mutex>
 #include <thread>
-#include <utility>
 
 #include "lists/se_lock_record.h"
 #include "lists/spin_word.h"
-#include "vlrcomn/se_lock.h"
 
 namespace locks {
 
@@ -22,30 +19,12 @@ struct Attached {
     ~Attached() { EXPECT_EQ(orSO_ThreadDetach(), 1); }
 };
 
-// Sets the registry up for one test and attaches the test's own thread.
-struct Registry {
-    Registry() {
-        EXPECT_GE(orSO_ProcessAttach(), 0);
-        EXPECT_EQ(orSO_ThreadAttach(), 1u);
-    }
-    ~Registry() {
-        EXPECT_EQ(orSO_ThreadDetach(), 1);
-        EXPECT_EQ(orSO_ProcessDetach(), 1);
-    }
+struct AttachedProcess {
+    AttachedProcess() { EXPECT_GE(orSO_ProcessAttach(), 0); }
+    ~AttachedProcess() { EXPECT_EQ(orSO_ProcessDetach(), 1); }
 };
 
-// Owns a lock.
-class Lock {
-public:
-    Lock() { EXPECT_EQ(orSO_SELockCreate(&lock_), ORU_SUCCESS); }
-    ~Lock() { orSO_Release(lock_); }
-    Lock(const Lock&) = delete;
-    operator orSELock*() const { return lock_; }
-    orSELock* operator->() const { return lock_; }
-
-private:
-    orSELock* lock_ = nullptr;
-};
+struct Registry : AttachedProcess, Attached {};
 
 using Mode = int (*)(orSELock* lock, int wait);
 constexpr Mode exclusive = orSO_SELockExclusive;
@@ -56,9 +35,9 @@ constexpr Mode shared_past_writers = orSO_SELockSharedStarveExclusive;
 class Peer {
 public:
     ~Peer() {
-        if (thread_.joinable()) {
+        if (thread.joinable()) {
             run([this] { ended_ = true; });
-            thread_.join();
+            thread.join();
         }
     }
     void start(std::function<void()> job) {
@@ -75,15 +54,19 @@ public:
         start(std::move(job));
         finish();
     }
-    // Has the thread leave its job unfinished and end.
-    void cancel() { pthread_cancel(thread_.native_handle()); }
-    void join() { thread_.join(); }
 
 private:
-    void work() {
+    // No atomic word: valgrind follows POSIX calls only.
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::function<void()> job_;  // null while the thread is idle
+    bool ended_ = false;
+
+public:
+    std::thread thread{[this] {
         const Attached attached;
+        std::unique_lock guard(mutex_);
         while (!ended_) {
-            std::unique_lock guard(mutex_);
             changed_.wait(guard, [this] { return job_ != nullptr; });
             guard.unlock();
             job_();
@@ -91,14 +74,7 @@ private:
             job_ = nullptr;
             changed_.notify_all();
         }
-    }
-
-    // No atomic word: valgrind follows POSIX calls only.
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::function<void()> job_;  // null while the thread is idle
-    bool ended_ = false;
-    std::thread thread_{[this] { work(); }};
+    }};
 };
 
 inline int length(const orLLItem* queue) {
