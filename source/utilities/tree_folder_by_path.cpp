@@ -38,7 +38,8 @@ TreeFolder TreeFolder::open_top(const char* path) {
 
 TreeFolder TreeFolder::open_child(const char* name) const {
     TreeFolder child = open_path(path_ + '/' + name);
-    if (child && !looks_like(child.path_, child.identity_)) {
+    // A link may have come in the place of the child, or of this folder.
+    if (child && !(looks_like(child.path_, child.identity_) && looks_like(path_, identity_))) {
         errno = ENOTDIR;
         return TreeFolder();
     }
@@ -55,12 +56,16 @@ bool TreeFolder::is_no_folder(const dirent& entry) const {
     return ::lstat((path_ + '/' + entry.d_name).c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
 }
 
+// Nothing comes between the look and the removal.
+
 bool TreeFolder::remove_file(const char* name) const {
-    return looks_like(path_, identity_) && ::unlink((path_ + '/' + name).c_str()) == 0;
+    const std::string path = path_ + '/' + name;
+    return looks_like(path_, identity_) && ::unlink(path.c_str()) == 0;
 }
 
 bool TreeFolder::remove_folder(const char* name) const {
-    return looks_like(path_, identity_) && ::rmdir((path_ + '/' + name).c_str()) == 0;
+    const std::string path = path_ + '/' + name;
+    return looks_like(path_, identity_) && ::rmdir(path.c_str()) == 0;
 }
 
 }  // namespace velora_com::qel

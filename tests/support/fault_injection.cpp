@@ -30,6 +30,10 @@ bool fails(const char* call) noexcept {
         return false;
     }
     armed.fired = call;
+    if (armed.instead != nullptr) {
+        (*armed.instead)();
+        return false;
+    }
     return true;
 }
 

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 namespace fault_injection {
@@ -18,14 +19,18 @@ namespace fault_injection {
 struct Armed {
     int calls_left;  // the call that brings it from 1 to 0 fails; 0 is disarmed
     const char *only, *fired;
+    const std::function<void()>* instead;
 };
 extern thread_local Armed armed;
 
 // While armed, the `nth` call from now, counted from 1 over all listed calls or over those named `only`,
-// fails with the error that is usual for it.
+// fails with the error that is usual for it. With `instead` it does not fail: that is done right before it.
 class FailNth {
 public:
-    explicit FailNth(int nth, const char* only = nullptr) noexcept { armed = {nth, only, nullptr}; }
+    explicit FailNth(int nth, const char* only = nullptr,
+                     const std::function<void()>* instead = nullptr) noexcept {
+        armed = {nth, only, nullptr, instead};
+    }
     ~FailNth() { disarm(); }
     FailNth(const FailNth&) = delete;
     FailNth& operator=(const FailNth&) = delete;
