@@ -199,7 +199,7 @@ VLRCOMN_API uint32_t orumcomn_MakeRecursiveDirectoryA(const char* path);
  * orumcomn_MakeRecursiveDirectoryA() for a wide path, of whose characters only the low byte counts:
  * characters past 255 name something else and are not supported.
  *
- * @param path the path.
+ * @param path the path. Nothing is made for one with a character whose low byte is 0.
  * @return #ORU_FAILURE, always.
  */
 VLRCOMN_API uint32_t orumcomn_MakeRecursiveDirectoryW(const wchar_t* path);
@@ -207,8 +207,7 @@ VLRCOMN_API uint32_t orumcomn_MakeRecursiveDirectoryW(const wchar_t* path);
 /**
  * Copies a file's contents. Directories of the destination that are missing are made, as by
  * orumcomn_MakeRecursiveDirectoryA(), also when the copy then fails. A new file has the mode 0666 less
- * the umask; a destination that is there keeps its mode and owner and loses
- * its contents.
+ * the umask; a destination that is there keeps its mode and owner and loses its contents.
  *
  * The source is opened before the destination is touched. Source and destination that are one file,
  * by whatever names, are left whole and the call fails. When reading, writing or closing fails, a

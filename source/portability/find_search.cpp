@@ -2,6 +2,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "portability/errors.h"
 #include "portability/find_data.h"
@@ -43,18 +44,29 @@ SearchSlot* slot_of(intptr_t search) {
     return search >= 1 && search <= ORU_MAX_SEARCHES ? &pDirEntTable[search - 1] : nullptr;
 }
 
-// Puts the search into the lowest empty slot and returns its handle; without one the search stays
-// the caller's.
+// Puts the search into the lowest free slot and returns its handle; without one the search stays the
+// caller's.
 intptr_t claim_slot(std::unique_ptr<SearchEntry>& search) {
-    const MutexGuard lock(MutexDirEnt);
-    for (intptr_t handle = 1; lock && handle <= ORU_MAX_SEARCHES; ++handle) {
-        std::atomic<SearchEntry*>& entry = slot_of(handle)->entry;
-        if (entry.load(std::memory_order_relaxed) == nullptr) {
-            entry.store(search.release(), std::memory_order_release);
-            return handle;
+    const MutexGuard choice(MutexDirEnt);
+    for (intptr_t handle = 1; choice && handle <= ORU_MAX_SEARCHES; ++handle) {
+        SearchSlot& slot = *slot_of(handle);
+        if (slot.taken) {
+            continue;
         }
+        const MutexGuard lock(slot.mutex);
+        if (!lock) {
+            break;
+        }
+        slot.taken = true;
+        slot.entry = search.release();
+        return handle;
     }
     return ORU_INVALID_SEARCH;
+}
+
+void give_back(SearchSlot& slot) {
+    const MutexGuard choice(MutexDirEnt);
+    slot.taken = false;
 }
 
 intptr_t refused(int error) {
@@ -116,8 +128,8 @@ int oruFindNextDirEnt(intptr_t search, oruFindData* data) {
         if (!lock) {
             return 0;
         }
-        if (const SearchEntry* const entry = slot->entry.load(std::memory_order_acquire)) {
-            return read_next(*entry, *data) ? 1 : 0;
+        if (slot->entry != nullptr) {
+            return read_next(*slot->entry, *data) ? 1 : 0;
         }
     }
     note_error(EINVAL);
@@ -126,17 +138,19 @@ int oruFindNextDirEnt(intptr_t search, oruFindData* data) {
 
 int oruFindCloseDirEnt(intptr_t search) {
     std::unique_ptr<SearchEntry> entry;
-    if (SearchSlot* const slot = slot_of(search)) {
+    SearchSlot* const slot = slot_of(search);
+    if (slot != nullptr) {
         const MutexGuard lock(slot->mutex);
         if (!lock) {
             return 0;
         }
-        entry.reset(slot->entry.exchange(nullptr, std::memory_order_acq_rel));
+        entry.reset(std::exchange(slot->entry, nullptr));
     }
     if (!entry) {
         note_error(EINVAL);
         return 0;
     }
+    give_back(*slot);
     const CancellationOff cancellation_off;
     return ::closedir(entry->stream.release()) == 0 ? 1 : 0;
 }

@@ -3,8 +3,6 @@
 
 #include <pthread.h>
 
-#include <atomic>
-
 #include "support/owners.h"
 #include "vlrcomn/file.h"
 
@@ -18,14 +16,16 @@ struct SearchEntry {
     char directory[search_text_size];  // with its '/', or "."
 };
 
-// A slot is filled with MutexDirEnt held and emptied with its own mutex held, and the search is read with
-// the slot's mutex held: a search that is closed meanwhile is freed after the reading.
+// One lock for each datum. Only a taken slot holds a search; it is emptied before it is given back. Who reads
+// on keeps the slot's mutex, so that a search that is closed meanwhile is freed after the reading.
 struct SearchSlot {
-    std::atomic<SearchEntry*> entry{nullptr};
+    bool taken = false;            // guarded by MutexDirEnt
+    SearchEntry* entry = nullptr;  // guarded by `mutex`
     pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
 };
 
 extern SearchSlot pDirEntTable[ORU_MAX_SEARCHES];
-extern pthread_mutex_t MutexDirEnt;  // guards the choice of a free slot; nothing is taken under it
+// Guards the choice of a free slot; nothing but that slot's mutex is taken under it.
+extern pthread_mutex_t MutexDirEnt;
 
 }  // namespace velora_com::qel::portability

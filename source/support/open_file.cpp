@@ -8,6 +8,8 @@ namespace velora_com::qel::support {
 
 void close_on_exec(int descriptor) {
     if (descriptor >= 0) {
+        // A cancellation point on some systems, where cancelling runs no owner's destructor.
+        const CancellationOff cancellation_off;
         fcntl(descriptor, F_SETFD, FD_CLOEXEC);
     }
 }

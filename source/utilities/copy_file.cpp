@@ -80,7 +80,7 @@ bool orumcomn_copy_file(const char* source, const char* destination, int overwri
         }
     }
     FileDescriptor to = create_destination(destination);
-    if (!to && errno == ENOENT) {
+    if (!to && errno != EEXIST) {  // not ENOENT for a name that ends in a slash
         orumcomn_MakeRecursiveDirectoryA(destination);
         to = create_destination(destination);
     }
