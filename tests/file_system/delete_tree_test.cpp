@@ -43,7 +43,7 @@ TEST_F(DeleteTree, TakesEverythingButFollowsNoLink) {
     EXPECT_TRUE(is_there(kept));
 }
 
-#if defined(VLRCOMN_LINKER_WRAPS)
+#if defined(FAULT_INJECTION)
 // A link to the outside takes the place of a folder before each call that deletion makes, in turn.
 TEST_F(DeleteTree, AFolderSwappedForALinkIsNotEntered) {
     const std::string kept = folder_.write("outside/sub/kept"), aside = folder_ / "aside";

@@ -4,10 +4,8 @@
 
 #include <cerrno>
 #include <cstring>
+#include <future>
 #include <set>
-#include <string>
-#include <thread>
-#include <vector>
 
 #include "portability/errors.h"
 #include "support/temporary_folder.h"
@@ -18,7 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
-using testing::IsSupersetOf;
 using velora_com::qel::portability::nErrno;
 
 // The names that a search finds.
@@ -26,78 +23,52 @@ std::set<std::string> found(const std::string& path) {
     std::set<std::string> names;
     oruFindData data;
     const intptr_t search = oruFindFirstDirEnt(path.c_str(), &data);
-    if (search != ORU_INVALID_SEARCH) {
-        do {
-            EXPECT_TRUE(names.insert(data.name).second) << data.name;
-        } while (oruFindNextDirEnt(search, &data) == 1);
-        EXPECT_EQ(oruFindCloseDirEnt(search), 1);
+    for (bool more = search > 0; more; more = oruFindNextDirEnt(search, &data) == 1) {
+        EXPECT_TRUE(names.insert(data.name).second) << data.name;
     }
+    EXPECT_EQ(oruFindCloseDirEnt(search) == 1, search > 0);
     return names;
 }
 
 class Search : public testing::Test {
 protected:
+    // What a search finds first.
+    const oruFindData& first(const std::string& path) {
+        std::memset(&data_, 0x55, sizeof data_);
+        EXPECT_EQ(oruFindFirstDirEnt(path.c_str(), &data_), 1);
+        EXPECT_EQ(oruFindCloseDirEnt(1), 1);
+        return data_;
+    }
+
     const TemporaryFolder folder_;
     oruFindData data_;
 };
 
 TEST_F(Search, FindsWhatMatches) {
-    for (const char* name : {"a.txt", "b.txt", "c.doc", ".hidden"}) {
+    for (const char* name : {"a.txt", "b.txt", ".hidden"}) {
         folder_.write(name);
     }
     EXPECT_THAT(found(folder_ / "*.txt"), ElementsAre("a.txt", "b.txt"));
-    EXPECT_THAT(found(folder_ / ""), ElementsAre(".", "..", ".hidden", "a.txt", "b.txt", "c.doc"));
-    EXPECT_THAT(found(folder_ / "x*"), ElementsAre());
-    EXPECT_THAT(found(folder_ / "missing/*"), ElementsAre());
-    EXPECT_THAT(found("/de"), IsSupersetOf({"dev"})) << "a beginning is enough";
+    EXPECT_THAT(found(folder_ / ""), ElementsAre(".", "..", ".hidden", "a.txt", "b.txt"));
+    EXPECT_EQ(found(folder_ / std::string(259, '*')), found(folder_ / ""));
+    EXPECT_THAT(found(folder_ / std::string(260, '*')), ElementsAre()) << "too long";
 }
 
 TEST_F(Search, FillsTheRecordFromTheStatus) {
     const timespec times[2] = {{1000000001, 0}, {1000000002, 0}};
-    ASSERT_EQ(utimensat(AT_FDCWD, folder_.write("file", "12345").c_str(), times, 0), 0);
-    fs::create_directory(folder_ / "sub");
-    fs::create_symlink("sub", folder_ / "link");
-    fs::create_symlink("nowhere", folder_ / "dangling");
     fs::resize_file(folder_.write("large"), 0x100000003);
-    const struct {
-        const char* name;
-        uint32_t attributes, size;
-    } cases[] = {
-        {"dangling", 0, 0}, {"link", ORU_ATTRIBUTE_DIRECTORY, 0}, {"large", 0, 3}, {"file", 0, 5}};
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.name);
-        std::memset(&data_, 0x55, sizeof data_);
-        ASSERT_EQ(oruFindFirstDirEnt((folder_ / each.name).c_str(), &data_), 1);
-        EXPECT_STREQ(data_.name, each.name);
-        EXPECT_EQ(data_.attributes, each.attributes);
-        EXPECT_TRUE(data_.size == each.size || each.attributes != 0);
-        EXPECT_EQ(data_.modification_time != 0, each.size + each.attributes != 0);
-        EXPECT_EQ(oruFindCloseDirEnt(1), 1);
-    }
-    EXPECT_EQ(data_.access_time, 1000000001u);
-    EXPECT_EQ(data_.modification_time, 1000000002u);
-}
-
-TEST_F(Search, RefusesWhatDoesNotFit) {
-    const std::string directory = folder_.path() + std::string(259 - folder_.path().size(), '/');
-    folder_.write("file");
-    EXPECT_THAT(found(folder_ / std::string(259, '*')), IsSupersetOf({"file"}));
-    // Directory and name together over 259 bytes: found, without a status.
-    for (const size_t size : {255u, 256u}) {
-        ASSERT_EQ(oruFindFirstDirEnt((directory.substr(0, size) + "f").c_str(), &data_), 1);
-        EXPECT_STREQ(data_.name, "file");
-        EXPECT_EQ(data_.modification_time != 0, size == 255);
-        EXPECT_EQ(oruFindCloseDirEnt(1), 1);
-    }
-    for (const std::string& path : {directory + "/f*", folder_ / std::string(260, '*')}) {
-        EXPECT_EQ(oruFindFirstDirEnt(path.c_str(), &data_), ORU_INVALID_SEARCH);
-    }
-    for (const intptr_t handle : {0, -1, 51, 1}) {
-        nErrno = 0;
-        EXPECT_EQ(oruFindNextDirEnt(handle, &data_), 0);
-        EXPECT_EQ(oruFindCloseDirEnt(handle), 0);
-        EXPECT_EQ(nErrno, static_cast<uint32_t>(EINVAL));
-    }
+    ASSERT_EQ(utimensat(AT_FDCWD, (folder_ / "large").c_str(), times, 0), 0);
+    const oruFindData large = {0, 0, 1000000001, 1000000002, 3, "large", {}};
+    EXPECT_EQ(std::memcmp(&first(folder_ / "large"), &large, sizeof large), 0);
+    fs::create_symlink(".", folder_ / "folder");
+    EXPECT_EQ(first(folder_ / "folder").attributes, ORU_ATTRIBUTE_DIRECTORY);
+    fs::create_symlink("nowhere", folder_ / "dangling");
+    EXPECT_EQ(first(folder_ / "dangling").modification_time, 0u);
+    // Up to 259 bytes of directory and name.
+    const std::string directory = folder_.path() + std::string(254 - folder_.path().size(), '/');
+    EXPECT_EQ(first(directory + "l").size, 3u);
+    EXPECT_EQ(first(directory + "/l").size, 0u);
+    EXPECT_EQ(found(directory + "//////l").size(), 0u) << "more than 259 bytes of directory";
 }
 
 TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
@@ -113,52 +84,37 @@ TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
     for (intptr_t search = 1; search <= ORU_MAX_SEARCHES; ++search) {
         EXPECT_EQ(oruFindCloseDirEnt(search), 1);
     }
+    for (const intptr_t handle : {0, -1, 51, 1}) {
+        nErrno = 0;
+        EXPECT_EQ(oruFindNextDirEnt(handle, &data_) + oruFindCloseDirEnt(handle), 0);
+        EXPECT_EQ(nErrno, EINVAL);
+    }
 }
 
-TEST_F(Search, ManyThreadsShareTheSlots) {
-    folder_.write("file");
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        threads.emplace_back([&] {
-            for (int round = 0; round < 100; ++round) {
-                EXPECT_THAT(found(folder_ / "fi*"), ElementsAre("file"));
+// Reading while another thread closes is against the contract, but without harm.
+TEST_F(Search, ThreadsShareTheSlots) {
+    std::atomic<bool> in_use[ORU_MAX_SEARCHES + 1]{};
+    std::vector<std::future<void>> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.push_back(std::async(std::launch::async, [&] {
+            oruFindData data;
+            for (int round = 0; round < 1000; ++round) {
+                const intptr_t mine = oruFindFirstDirEnt((folder_ / "").c_str(), &data);
+                if (mine != ORU_INVALID_SEARCH) {  // nobody else has read all
+                    EXPECT_FALSE(in_use[mine].exchange(true));
+                    oruFindNextDirEnt(round % 4 + 1, &data);
+                    in_use[mine] = false;
+                    EXPECT_EQ(oruFindCloseDirEnt(mine), 1);
+                }
             }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
+        }));
     }
 }
 
-// Against the contract, but without harm: a search that is closed while another thread reads on.
-TEST_F(Search, ClosingMeetsReading) {
-    for (int i = 0; i < 50; ++i) {
-        folder_.write("file" + std::to_string(i));
-    }
-    for (int round = 0; round < 200; ++round) {
-        const intptr_t search = oruFindFirstDirEnt((folder_ / "file*").c_str(), &data_);
-        std::thread reader([=] {
-            oruFindData mine;
-            while (oruFindNextDirEnt(search, &mine) == 1) {
-            }
-        });
-        std::thread rival([=] { oruFindCloseDirEnt(search); });
-        oruFindCloseDirEnt(search);
-        reader.join();
-        rival.join();
-        EXPECT_EQ(oruFindCloseDirEnt(search), 0);
-    }
-}
-
-// fuzz/files holds every text against a model. Trying every way through these would take longer than the
-// test may run.
+// fuzz/files holds every text against a model. Trying every way through these would never end.
 TEST(Wildcard, ManyStarsAndLongTextsCostLittle) {
-    std::string pattern;
-    for (int i = 0; i < 100; ++i) {
-        pattern += "*a";
-    }
     const std::string long_name = std::string(1 << 20, 'a') + 'c';
-    EXPECT_EQ(oruWildCardMatch((pattern + "b").c_str(), long_name.c_str()), 1);
+    EXPECT_EQ(oruWildCardMatch("*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", long_name.c_str()), 1);
 }
 
 }  // namespace
