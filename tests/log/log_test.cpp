@@ -10,6 +10,7 @@
 #include "vlrcomn/signal_handler.h"
 #include "vlrcomn/system_log.h"
 
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
 #pragma GCC diagnostic ignored "-Wformat"  // "%m" is the log's own
 
 using namespace velora_com::qel;
@@ -51,19 +52,16 @@ TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
 
 TEST(SignalLoop, DispatchesUntilASignalWithoutCallback) {
     SignalHandler signals;
-    static int calls;
-    calls = 0;
     logged.clear();
     EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR1, nullptr), 0);
-    EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR2, [] { calls += 1; }), 0);
-    EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR2, [] { calls += 100; }), 0);
+    EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR2, [] { logged += "first; "; }), 0);
+    EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR2, [] { logged += "second; "; }), 0);
     for (const int signal : {SIGUSR1, SIGUSR2, SIGTERM}) {
         EXPECT_EQ(signals.addSignalToBlock(signal), 0);
         kill(getpid(), signal);
     }
     signals();
-    EXPECT_EQ(calls, 1) << "the first that was registered";
-    EXPECT_EQ(logged, "open [QEL]; 6 Received signal to stop QEL.; close\n");
+    EXPECT_EQ(logged, "first; open [QEL]; 6 Received signal to stop QEL.; close\n");
 
     const auto blocked = [](int signal) {
         sigset_t mask;
