@@ -2,9 +2,8 @@
 //
 // platform/linux and platform/macosx answer it, platform/posix holds answers that both share, and the
 // tests link a scripted answerer instead. An answerer only asks and converts; deriving, rounding and
-// wording belong to the collectors above. Every function may be called from any thread, allocates at
-// most for its result, throws nothing but std::bad_alloc, and answers "nothing" when the system does
-// not know.
+// wording belong to the collectors above. Every function may be called from any thread, throws nothing
+// but std::bad_alloc, and answers "nothing" when the system does not know.
 #pragma once
 
 #include <sys/socket.h>
@@ -128,8 +127,8 @@ std::optional<std::string> run_command(const char* command, size_t max_bytes);
 std::optional<std::string> nis_domain();
 std::optional<std::string> domain_name();
 
-// Whether an entry of a getifaddrs list is a link-layer entry, and the address that it carries. A
-// shorter address is filled up with zeros, a longer one is cut.
+// Whether an entry of a getifaddrs list is a link-layer entry, and the address that it carries. A longer
+// address is cut; a shorter one is filled up with zeros, on the Mac with what else the entry holds first.
 using LinkLayerAddress = std::array<unsigned char, 6>;
 std::optional<LinkLayerAddress> link_layer_address(const ifaddrs& entry);
 

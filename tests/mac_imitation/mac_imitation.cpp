@@ -12,11 +12,6 @@
 
 using namespace mac_imitation;
 
-mac_imitation::Machine& mac_imitation::machine() {
-    static Machine instance;
-    return instance;
-}
-
 namespace {
 
 // Records the question; false when it is to fail.
@@ -25,9 +20,9 @@ bool answers(const char* function, const Arguments&... arguments) {
     std::ostringstream line;
     line << function;
     ((line << ' ' << arguments), ...);
-    machine().calls.push_back(line.str());
+    machine.calls.push_back(line.str());
     errno = EIO;
-    return machine().failing.count(function) == 0;
+    return machine.failing.count(function) == 0;
 }
 
 // Of a fault that a test cannot look for afterwards.
@@ -48,95 +43,68 @@ int give(const std::string& value, void* buffer, size_t* size) {
 constexpr mach_port_t host_port = 42;
 constexpr mach_port_t task_port = 43;
 
-// An object of CoreFoundation. A dictionary owns its values, which have no owner of their own.
-struct Object {
-    Kind kind;
-    std::string text;
-    std::map<std::string, Object> values;
-};
-
-template <typename Reference>
-Reference make(Object object) {
-    ++machine().objects;
-    return reinterpret_cast<Reference>(new Object(std::move(object)));
+const Object* make(const Object& object) {
+    ++machine.objects;
+    return new Object(object);
 }
 
-const Object& object_at(CFTypeRef reference) {
-    return *static_cast<const Object*>(reference);
-}
-
-const std::string& text_of(CFTypeRef string) {
-    require(object_at(string).kind == Kind::string);
-    return object_at(string).text;
+const Object& object_at(CFTypeRef reference, Kind kind) {
+    const auto* object = static_cast<const Object*>(reference);
+    require(object->kind == kind);
+    return *object;
 }
 
 }  // namespace
 
 extern "C" {
 
-int sysctl(int* name, u_int levels, void* old_value, size_t* old_size, void* new_value,
-           size_t new_size) {
-    require(levels == 2 && new_value == nullptr && new_size == 0);
-    const auto found = machine().kernel_values.find({name[0], name[1]});
-    return answers("sysctl", name[0], name[1], *old_size) && found != machine().kernel_values.end()
-               ? give(found->second, old_value, old_size)
-               : -1;
+int sysctl(int* name, u_int levels, void* old_value, size_t* old_size, void* new_value, size_t) {
+    require(levels == 2 && new_value == nullptr);
+    const std::string& value = machine.kernel_values[{name[0], name[1]}];
+    return answers("sysctl", name[0], name[1], *old_size) ? give(value, old_value, old_size) : -1;
 }
 
-int sysctlbyname(const char* name, void* old_value, size_t* old_size, void* new_value,
-                 size_t new_size) {
-    require(new_value == nullptr && new_size == 0);
-    return answers("sysctlbyname", name, *old_size) ? give(machine().model, old_value, old_size)
-                                                    : -1;
+int sysctlbyname(const char* name, void* old_value, size_t* old_size, void* new_value, size_t) {
+    require(new_value == nullptr);
+    return answers("sysctlbyname", name, *old_size) ? give(machine.model, old_value, old_size) : -1;
 }
 
-int getdomainname(char* name, size_t size) noexcept {
-    return answers("getdomainname", size) ? give(machine().domain, name, &size) : -1;
+int getdomainname(char* name, int size) noexcept {
+    auto room = static_cast<size_t>(size);
+    return answers("getdomainname", size) ? give(machine.domain, name, &room) : -1;
 }
 
 OSErr Gestalt(OSType selector, SInt32* response) {
-    std::string name(4, '\0');
-    for (char& character : name) {
-        character = static_cast<char>(selector >> 24);
-        selector <<= 8;
-    }
-    const auto found = machine().gestalt.find(name);
-    if (!answers("Gestalt", name) || found == machine().gestalt.end()) {
-        return -5551;
-    }
-    *response = found->second;
-    return noErr;
+    *response = machine.gestalt[selector];
+    return answers("Gestalt") ? noErr : -5551;
 }
 
 mach_port_t mach_host_self() {
-    ++machine().host_rights;
+    ++machine.host_rights;
     return host_port;
 }
 mach_port_t mach_task_self() {
     return task_port;
 }
 kern_return_t mach_port_deallocate(mach_port_t task, mach_port_t port) {
-    require(task == task_port && port == host_port && machine().host_rights-- > 0);
+    require(task == task_port && port == host_port && machine.host_rights-- > 0);
     return KERN_SUCCESS;
 }
 kern_return_t host_page_size(mach_port_t host, vm_size_t* size) {
-    require(host == host_port && machine().host_rights > 0);
-    *size = machine().page_size;
+    require(host == host_port && machine.host_rights > 0);
+    *size = machine.page_size;
     return answers("host_page_size") ? KERN_SUCCESS : 5;
 }
 kern_return_t host_statistics(mach_port_t host, int flavour, host_info_t info,
                               mach_msg_type_number_t* words) {
-    require(host == host_port && machine().host_rights > 0);
-    std::memcpy(info, &machine().statistics, *words * sizeof(integer_t));
+    require(host == host_port && machine.host_rights > 0);
+    std::memcpy(info, &machine.statistics, *words * sizeof(integer_t));
     return answers("host_statistics", flavour, *words) ? KERN_SUCCESS : 5;
 }
 
 int statfs(const char* path, struct statfs* answer) {
-    if (!answers("statfs", path) || machine().file_systems.empty()) {
-        return -1;
-    }
-    *answer = machine().file_systems.front();
-    return 0;
+    *answer = machine.file_systems.at(0);
+    return answers("statfs", path) ? 0 : -1;
 }
 
 int getfsstat(struct statfs* records, int bytes, int mode) {
@@ -146,21 +114,21 @@ int getfsstat(struct statfs* records, int bytes, int mode) {
         return -1;
     }
     if (records == nullptr) {
-        return machine().file_systems_counted;
+        return machine.file_systems_counted;
     }
-    const size_t filled = std::min(room, machine().file_systems.size());
-    std::copy_n(machine().file_systems.begin(), filled, records);
+    const size_t filled = std::min(room, machine.file_systems.size());
+    std::copy_n(machine.file_systems.begin(), filled, records);
     return static_cast<int>(filled);
 }
 
 const CFAllocatorRef kCFAllocatorDefault = nullptr;
 
 void CFRelease(CFTypeRef object) {
-    --machine().objects;
+    --machine.objects;
     delete static_cast<const Object*>(object);
 }
 CFTypeID CFGetTypeID(CFTypeRef object) {
-    return static_cast<CFTypeID>(object_at(object).kind);
+    return static_cast<CFTypeID>(static_cast<const Object*>(object)->kind);
 }
 CFTypeID CFDictionaryGetTypeID() {
     return static_cast<CFTypeID>(Kind::dictionary);
@@ -170,27 +138,23 @@ CFTypeID CFStringGetTypeID() {
 }
 
 CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length) {
-    machine().document.assign(reinterpret_cast<const char*>(bytes), static_cast<size_t>(length));
-    return answers("CFDataCreate") ? make<CFDataRef>({Kind::other, "data", {}}) : nullptr;
+    const std::string document(reinterpret_cast<const char*>(bytes), static_cast<size_t>(length));
+    return answers("CFDataCreate", document)
+               ? reinterpret_cast<CFDataRef>(make({Kind::other, document, {}}))
+               : nullptr;
 }
 
 CFPropertyListRef CFPropertyListCreateFromXMLData(CFAllocatorRef, CFDataRef data,
                                                   CFOptionFlags mutability, CFStringRef* error) {
-    require(object_at(data).text == "data" && error == nullptr);
-    Object made = {machine().top_level, {}, {}};
-    for (const auto& [key, value] : machine().dictionary) {
-        made.values[key] = {value ? Kind::string : Kind::other, value.value_or(""), {}};
-    }
-    return answers("CFPropertyListCreateFromXMLData", mutability)
-               ? make<CFPropertyListRef>(std::move(made))
-               : nullptr;
+    require(object_at(data, Kind::other).values.empty() && error == nullptr);
+    return answers("CFPropertyListCreateFromXMLData", mutability) ? make(machine.property_list)
+                                                                  : nullptr;
 }
 
 Boolean CFDictionaryGetValueIfPresent(CFDictionaryRef dictionary, const void* key,
                                       const void** value) {
-    require(object_at(dictionary).kind == Kind::dictionary);
-    const auto& values = object_at(dictionary).values;
-    const auto found = values.find(text_of(key));
+    const auto& values = object_at(dictionary, Kind::dictionary).values;
+    const auto found = values.find(object_at(key, Kind::string).text);
     if (found != values.end()) {
         *value = &found->second;
     }
@@ -199,16 +163,18 @@ Boolean CFDictionaryGetValueIfPresent(CFDictionaryRef dictionary, const void* ke
 
 CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding encoding) {
     require(encoding == kCFStringEncodingUTF8);
-    return answers("CFStringCreateWithCString") ? make<CFStringRef>({Kind::string, text, {}})
-                                                : nullptr;
+    return answers("CFStringCreateWithCString")
+               ? reinterpret_cast<CFStringRef>(make({Kind::string, text, {}}))
+               : nullptr;
 }
 
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
                            CFStringEncoding encoding) {
     require(encoding == kCFStringEncodingUTF8);
-    const bool fits = text_of(string).size() < static_cast<size_t>(size);
+    const std::string& text = object_at(string, Kind::string).text;
+    const bool fits = text.size() < static_cast<size_t>(size);
     if (fits) {
-        std::strcpy(buffer, text_of(string).c_str());
+        std::strcpy(buffer, text.c_str());
     }
     return fits;
 }

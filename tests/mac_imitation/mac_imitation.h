@@ -1,5 +1,5 @@
 // A Mac as a test describes it: the interfaces that source/platform/macosx calls, answered from a script
-// and recorded. Reset it in the fixture with machine() = {}.
+// and recorded. Reset it in the fixture with machine = {}.
 #pragma once
 
 #include <mach/mach.h>
@@ -7,7 +7,6 @@
 
 #include <cstring>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -15,27 +14,31 @@
 
 namespace mac_imitation {
 
-enum class Kind { string = 1, dictionary, other };
+enum class Kind { string, dictionary, other };
+
+// An object of CoreFoundation. A dictionary owns its values, which have no owner of their own.
+struct Object {
+    Kind kind = Kind::string;
+    std::string text;
+    std::map<std::string, Object> values;
+};
 
 struct Machine {
     std::set<std::string> failing;  // functions that fail, by name
 
     std::map<std::pair<int, int>, std::string> kernel_values;  // by name: the bytes of the value
     std::string model;
-    std::map<std::string, int> gestalt;  // by the four characters of the selector
+    std::map<uint32_t, int> gestalt;  // by selector
     std::string domain;
     vm_size_t page_size = 0;
     vm_statistics_data_t statistics = {};
     std::vector<struct statfs> file_systems;
     int file_systems_counted = 0;
-    // What the parser makes of any document; nothing stands for a value that is no string.
-    std::map<std::string, std::optional<std::string>> dictionary;
-    Kind top_level = Kind::dictionary;
+    Object property_list;  // what the parser makes of any document
 
     // What was asked, as "function argument argument", and what is still held.
     std::vector<std::string> calls;
-    std::string document;  // the bytes handed to the parser
-    int objects = 0;       // of CoreFoundation
+    int objects = 0;  // of CoreFoundation
     int host_rights = 0;
 
     template <typename Value>
@@ -44,6 +47,6 @@ struct Machine {
     }
 };
 
-Machine& machine();
+inline Machine machine;
 
 }  // namespace mac_imitation

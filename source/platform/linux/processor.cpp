@@ -6,7 +6,6 @@
 
 namespace velora_com::qel::platform {
 
-// Those that are online, whatever this process may use of them.
 std::optional<int32_t> processor_count() {
     const long count = sysconf(_SC_NPROCESSORS_ONLN);
     return count > 0 ? std::optional(static_cast<int32_t>(count)) : std::nullopt;

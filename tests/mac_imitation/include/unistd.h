@@ -4,4 +4,4 @@
 #include_next <unistd.h>
 
 #define getdomainname mac_getdomainname
-extern "C" int getdomainname(char* name, size_t size) noexcept;
+extern "C" int getdomainname(char* name, int size) noexcept;

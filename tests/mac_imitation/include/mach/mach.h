@@ -3,11 +3,8 @@
 
 #include <cstdint>
 
-typedef int kern_return_t;
-typedef unsigned mach_port_t;
-typedef unsigned mach_msg_type_number_t;
-typedef int integer_t;
-typedef unsigned natural_t;
+typedef int kern_return_t, integer_t;
+typedef unsigned natural_t, mach_port_t, mach_msg_type_number_t;
 typedef uintptr_t vm_size_t;
 typedef integer_t* host_info_t;
 
@@ -15,8 +12,7 @@ typedef integer_t* host_info_t;
 #define HOST_VM_INFO 2
 
 struct vm_statistics_data_t {
-    natural_t free_count;
-    natural_t others[14];
+    natural_t free_count, others[14];
 };
 #define HOST_VM_INFO_COUNT \
     (static_cast<mach_msg_type_number_t>(sizeof(vm_statistics_data_t) / sizeof(integer_t)))

@@ -1,4 +1,4 @@
-// Imitation of the Mac's header: what the library uses of it, with the Mac's values.
+// Imitation of the Mac's header, with the widths that "long" has on the home machine.
 #pragma once
 
 #include <cstdint>
@@ -10,11 +10,7 @@
 #define MNT_LOCAL 0x1000
 
 struct statfs {
-    uint32_t f_bsize;
-    uint64_t f_blocks;
-    uint64_t f_bfree;
-    uint64_t f_bavail;
-    uint32_t f_flags;
+    int32_t f_bsize, f_blocks, f_bfree, f_bavail, f_flags;
     char f_mntonname[90];
 };
 
