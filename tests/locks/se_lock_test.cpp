@@ -174,12 +174,13 @@ TEST_F(SELock, ACancelledWaiterHoldsNothing) {
 // has no protection of its own, ThreadSanitizer proves the same of memory.
 TEST_F(SELock, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {
     constexpr Mode modes[] = {exclusive, exclusive, shared_past_writers, shared_behind_writers};
-    for (const unsigned threads : {2u, 16u}) {
+    for (const unsigned threads : {2u, 4u, 16u}) {
         std::deque<Peer> peers(threads);
         std::vector<oruHandle> events;
         uint32_t value = 0;  // guarded by the lock and nothing else
         std::atomic<uint32_t> writes{0};
         const auto play = [&](auto choice) {
+            oruSetEvent(events[choice % threads]);  // somebody's spurious wake-up
             const Mode mode = modes[choice / 16 % 4];
             if (mode(lock_, choice % 8 != 0) != 1) {
                 return;
@@ -195,7 +196,6 @@ TEST_F(SELock, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {
             }
             sched_yield();
             EXPECT_EQ(value, writes);
-            oruSetEvent(events[choice % threads]);  // somebody's spurious wake-up, close to a grant
             orSO_SELockRelease(lock_);
         };
         for (Peer& peer : peers) {
