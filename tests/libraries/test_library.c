@@ -1,15 +1,9 @@
-/* A library to be loaded by the tests, which tells the test program of its calls; PLAIN makes none. */
+/* A library to be loaded by the tests, which tells the test program of its calls. */
 #include <stddef.h>
 #include <stdio.h>
 
 #include "vlrcomn/dynamic_library.h"
 
-int in_every_library(void);
-int in_every_library(void) {
-    return 42;
-}
-
-#ifndef PLAIN
 int DllMain(void* module, uint32_t reason, void* reserved);
 int loadString(void* module, uint32_t id, void* buffer, int size);
 
@@ -32,4 +26,3 @@ int loadString(void* module, uint32_t id, void* buffer, int size) {
     return snprintf((char*)buffer, (size_t)size, "%s %u", module != NULL ? "text" : "",
                     (unsigned)id);
 }
-#endif
