@@ -9,32 +9,7 @@
 
 using namespace velora_com::qel;
 
-namespace {
-
-std::ptrdiff_t entries(const char* folder) {
-    return std::distance(std::filesystem::directory_iterator(folder), {});
-}
-
-int collect_quietly() {
-    const std::ptrdiff_t descriptors = entries("/proc/self/fd");
-    const std::ptrdiff_t threads = entries("/proc/self/task");  // an emulator has its own
-    sysprops::ISysProps properties;
-    std::map<std::wstring, std::wstring> report;
-    properties.GetAllSystemProperties(report);
-    properties.GetAllSystemProperties(report);
-    if (entries("/proc/self/task") != threads) {
-        return 1;
-    }
-    // The record file of the users may stay open in the C library.
-    return entries("/proc/self/fd") > descriptors + 1 ? 2 : 0;
-}
-
-}  // namespace
-
-int main(int count, char**) {
-    if (count == 1) {
-        return collect_quietly();
-    }
+static void print_addresses() {
     NetInterfaceList interfaces(false);
     getNetInterfacesList(interfaces);
     for (const unsigned int index : interfaces.getIndexes()) {
@@ -46,4 +21,25 @@ int main(int count, char**) {
                         address.getSubNetAddr().c_str());
         }
     }
+}
+
+static std::ptrdiff_t entries(const char* folder) {
+    return std::distance(std::filesystem::directory_iterator(folder), {});
+}
+
+int main(int count, char**) {
+    if (count > 1) {
+        print_addresses();
+        return 0;
+    }
+    const std::ptrdiff_t descriptors = entries("/proc/self/fd");
+    const std::ptrdiff_t threads = entries("/proc/self/task");  // an emulator has its own
+    std::map<std::wstring, std::wstring> properties;
+    sysprops::ISysProps().GetAllSystemProperties(properties);
+    sysprops::ISysProps().GetAllSystemProperties(properties);
+    if (entries("/proc/self/task") != threads) {
+        return 1;
+    }
+    // The record file of the users may stay open in the C library.
+    return entries("/proc/self/fd") > descriptors + 1 ? 2 : 0;
 }
