@@ -110,7 +110,6 @@ TEST_F(SELock, NotificationsAreCalledLatestFirstUpToTheFirstServed) {
     EXPECT_EQ(std::exchange(news, {}), "3 free;2 free;");
 
     ASSERT_EQ(orSO_SELockExclusiveNotify(lock_, hear, 4, 0), 1);
-    EXPECT_EQ(lock_->last_transition, Transition::granted_by_notify);
     queue(other, lock_, exclusive);
     orSO_SELockRelease(lock_);
     EXPECT_EQ(news, "") << "a waiter comes first";
@@ -140,7 +139,6 @@ TEST(ThreadRegistry, AttachesAndDetachesAndSurvivesASweep) {
             velora_com::qel::portability::free_tls_indices_of_process();
         }
         EXPECT_EQ(orSO_ThreadAttachX(), sweep ? 0 : 1);
-        EXPECT_EQ(orSO_GetThread(), ORSO_NO_THREAD);
         EXPECT_EQ(oruCloseHandle(reinterpret_cast<oruHandle>(event)), 1) << "left open";
     }
     EXPECT_EQ(orSO_ThreadDetach(), 1) << "nothing to close is no failure";
@@ -209,7 +207,9 @@ TEST_F(SELock, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {
                 }
             });
         }
-        peers.clear();  // once they are done
+        for (Peer& peer : peers) {
+            peer.finish();  // before the first of them gives up its event
+        }
         EXPECT_EQ(value, writes);
         EXPECT_EQ(state(), "free");
     }
