@@ -169,7 +169,7 @@ TEST_F(Files, WhatFailsIsUndone) {
     const auto copied = walk_failures(
         [&] { return orumcomn_copy_file(name.c_str(), to.c_str(), 1); },
         [&] { EXPECT_TRUE(contents_of(to) == "text" && std::filesystem::remove(to)); });
-    EXPECT_GE(copied.calls, 5);
+    EXPECT_EQ(copied.tolerated, 4) << "opening is tried again, the source need not close";
     EXPECT_EQ(contents_of(name), "text");
 }
 #endif
