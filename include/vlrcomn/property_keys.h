@@ -3,10 +3,10 @@
  * @brief The vocabulary of the property report: names of properties and values that stand for facts.
  *
  * The report maps a wide property name to a wide value. A collector (system_properties.h) fills a
- * record (property_records.h, which comes with this header); the report copies the record's fields under
- * the names given here. The constants of other
- * systems belong to the vocabulary too, so that every part of the agent and its server spells them
- * alike; the collectors of this library do not report them.
+ * record (property_records.h, which comes with this header); the report copies the record's fields
+ * under the names given here. The constants of other systems belong to the vocabulary too, so that
+ * every part of the agent and its server spells them alike; the collectors of this library do not
+ * report them.
  *
  * Lifetime: the constants are complete once the library is loaded, before any other code of the
  * library or of a program that links with it runs, static initialisers included. They are gone when

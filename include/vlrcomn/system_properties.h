@@ -168,7 +168,7 @@ public:
      *
      * @param[in,out] info A count that cannot be read leaves its field as it was; an unknown clock
      *                     writes "0 MHz". When neither architecture nor model has a name,
-     * wstrCPUType becomes empty and wstrIsPortable stays as it was.
+     *                     wstrCPUType becomes empty and wstrIsPortable stays as it was.
      * @return false when neither architecture nor model has a name.
      */
     bool GetCPUInformation(CPUInformation& info);
@@ -177,8 +177,8 @@ public:
      * Collects the memory facts.
      *
      * @param[in,out] info A figure that cannot be read leaves its field as it was. Free memory is
-     *                     rounded down in twentieths of the total, or taken exactly when it is less
-     *                     than a twentieth or the total is not known (get_closest_floor).
+     *                     rounded down in twentieths of the total, or taken exactly when it is no
+     *                     more than a twentieth or the total is not known (get_closest_floor).
      * @return false when the free memory cannot be read.
      */
     bool GetMemoryInformation(MemoryInformation& info);
@@ -190,7 +190,7 @@ public:
      * @param[in,out] info The three texts are written anew. File systems are added to
      *                     mapFileSystems, which is not cleared, and a mount point that is there
      *                     already keeps its first value; the texts count it nevertheless. The
-     * access functions of this class start from an empty map.
+     *                     access functions of this class start from an empty map.
      * @return true; false only when memory runs out.
      */
     bool GetDiskInformation(DiskInformation& info);
