@@ -139,6 +139,7 @@ TEST_F(Network, IsListedWhereNothingIsMissingAndSearchedByIndex) {
     IPAddress address;
     address.setOption(IP_ADDRESS, "fe80:9");
     entry.setOption(NETINTERFACE_IPADDRESS, address);
+    EXPECT_EQ(entry.getIPAddress().size(), 4u) << "appended to those of the copy";
     entry.setOption(NETINTERFACE_MACADDRESS, "mac9");
     EXPECT_EQ(getMACAddressFromIPAddress(text_, "fe80:9", list_), 1);
     EXPECT_EQ(text_, "mac9");

@@ -123,7 +123,6 @@ TEST(IPv6Text, IsRewritten) {
         const char *text, *result;
     } table[] = {
         {expandIPV6Address, "fe80::1%en0", "fe80:0:0:0:0:0:0:1"},
-        {expandIPV6Address, "::", "0:0:0:0:0:0:0:0"},
         {expandIPV6Address, "::ffff:10.1.2.3", "0:0:0:0:0:0:ffff:10.1.2.3"},
         {expandIPV6Address, "1::2::3", "1:0:0:0:0:2::3"},
         {convertV6AddrToLiteralFormat, "[fe80::1%en0]", "fe80--1.ipv6-literal.net"},
