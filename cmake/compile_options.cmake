@@ -10,9 +10,6 @@ target_compile_options(vlrcomn_options INTERFACE
 target_compile_definitions(vlrcomn_options INTERFACE _FILE_OFFSET_BITS=64)
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     target_compile_definitions(vlrcomn_options INTERFACE _GNU_SOURCE)
-elseif(CMAKE_SYSTEM_NAME STREQUAL "Darwin")
-    # Cancellation as POSIX has it, which present systems always have; docs/targets.md says what 10.4 has else.
-    target_compile_definitions(vlrcomn_options INTERFACE __DARWIN_UNIX03=1)
 endif()
 target_link_libraries(vlrcomn_options INTERFACE Threads::Threads ${CMAKE_DL_LIBS})
 

@@ -3,7 +3,6 @@
 #include <cstdlib>
 
 #include "lists/se_lock_record.h"
-#include "support/owners.h"
 
 namespace velora_com::qel::lists {
 namespace {
@@ -12,11 +11,6 @@ namespace {
 // 0, which is removed. Returns whether there was one.
 template <typename Wanted>
 int call_until_served(orLLItem*& list, uint32_t event, Wanted wanted) {
-    if (list == nullptr) {
-        return 0;
-    }
-    // A thread that ended inside a callback would leave the spin word held.
-    const support::CancellationOff uncancelled;
     for (orLLItem** link = &list; *link != nullptr; link = &(*link)->next) {
         auto* const entry = static_cast<Notification*>(*link);
         if (wanted(*entry) && entry->callback(entry->first, event, entry->second, 0) == 0) {

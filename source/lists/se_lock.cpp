@@ -4,16 +4,20 @@
 // a change here is a change there.
 #include "vlrcomn/se_lock.h"
 
+#include <optional>
+
 #include "lists/notification.h"
 #include "lists/process_id.h"
 #include "lists/se_lock_record.h"
 #include "lists/se_lock_wait.h"
 #include "lists/spin_word.h"
 #include "lists/thread_registry.h"
+#include "support/owners.h"
 
 namespace {
 
 using namespace velora_com::qel::lists;
+using velora_com::qel::support::CancellationOff;
 
 // A thread without identity owns nothing, although a lock without owner holds the same value.
 bool owned_by_me(const orSELock& lock) {
@@ -124,6 +128,7 @@ int orSO_SELockExclusiveUnnotify(orSELock* lock, orSO_NotifyCallback callback, u
     if (lock == nullptr) {
         return 0;
     }
+    const CancellationOff uncancelled;  // ends after the guard
     const SpinGuard guard(lock->spin);
     return withdraw_notification(lock->notifications, callback, first, second);
 }
@@ -142,6 +147,7 @@ void orSO_SELockRelease(orSELock* lock) {
     if (lock == nullptr) {
         return;
     }
+    std::optional<CancellationOff> uncancelled;  // ends after the guard
     const SpinGuard guard(lock->spin);
     if (--lock->count != 0) {
         return;
@@ -153,6 +159,7 @@ void orSO_SELockRelease(orSELock* lock) {
     } else if (lock->shared_waiters != nullptr) {
         grant_to_shared_waiters(*lock);
     } else if (lock->notifications != nullptr) {
+        uncancelled.emplace();
         notify_free(lock->notifications);
     }
 }

@@ -23,13 +23,13 @@ int32_t sleep_after(unsigned failed_tries) {
 
 void take_contended_spin(volatile int32_t& spin) {
     const support::ErrnoKeeper errno_keeper;
-    // A sleep is a cancellation point; a thread that were cancelled here while it releases a lock could
-    // not tell whether it still holds it.
-    const support::CancellationOff uncancelled;
     unsigned failed_tries = 0;
     do {
         failed_tries += failed_tries < UINT_MAX ? 1 : 0;
         if (const int32_t microseconds = sleep_after(failed_tries); microseconds != no_sleep) {
+            // A sleep is a cancellation point; a thread that were cancelled here while it releases a
+            // lock could not tell whether it still holds it.
+            const support::CancellationOff uncancelled;
             usleep(static_cast<useconds_t>(microseconds));
         }
     } while (!try_to_take_spin(spin));

@@ -28,7 +28,6 @@ portability::GuidGenerator generator(time_of_day, std::rand);  // guarded by gen
 
 // Lists the interfaces, as the first GUID of a process always has; the list is not used.
 void list_interfaces() {
-    const support::CancellationOff no_cancellation;
 #if defined(VLRCOMN_HAVE_SOCK_CLOEXEC)
     const support::FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
 #else
@@ -49,6 +48,7 @@ GUID* oruCoCreateGuid(GUID* guid) {
         return nullptr;
     }
     const support::ErrnoKeeper errno_keeper;
+    const support::CancellationOff no_cancellation;  // of what the first GUID asks the system
     const support::MutexGuard lock(generator_mutex);
     if (!generator.started()) {
         list_interfaces();

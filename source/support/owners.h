@@ -30,8 +30,8 @@ private:
 };
 
 // Puts the cancellation of this thread off for a scope, so that owners in it are enough: where nothing
-// can be cancelled, every destructor runs. The end of the scope is no cancellation point; that it is none on
-// Mac OS X 10.4 either is seen to by the build, which asks for the functions of UNIX 2003 there.
+// can be cancelled, every destructor runs. Mac OS X 10.4 acts on a waiting cancellation at the end of the
+// outermost such scope: it begins before a lock is taken, so that it ends after the lock is let go.
 class CancellationOff {
 public:
     CancellationOff() noexcept { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &former_); }
