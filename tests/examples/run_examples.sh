@@ -31,7 +31,8 @@ refuses 'none/report.new: No such file' ./report "$work/none/report"
 
 coproc daemon { exec ./daemon; }
 pid=$daemon_PID
-hears() { read -r -t 60 line <&"${daemon[0]}" && [ "$line" = "$1" ] || { echo "no '$1'"; exit 1; }; }
+exec {output}<&"${daemon[0]}"  # bash forgets the array when the daemon has ended
+hears() { read -r -t 60 line <&"$output" && [ "$line" = "$1" ] || { echo "no '$1'"; exit 1; }; }
 hears running
 kill -HUP "$pid"
 hears reloaded

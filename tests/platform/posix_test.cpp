@@ -34,7 +34,8 @@ std::string contents(const FileDescriptor& file) {
 }
 
 class CopyContents : public testing::TestWithParam<bool (*)(int, int)> {};
-INSTANTIATE_TEST_SUITE_P(, CopyContents, testing::Values(copy_contents, copy_by_blocks));
+INSTANTIATE_TEST_SUITE_P(, CopyContents, testing::Values(copy_contents, copy_by_blocks),
+                         [](const auto& way) { return way.index == 0 ? "System" : "Blocks"; });
 
 TEST_P(CopyContents, FromOnePositionToTheOtherWhateverTheSize) {
     std::string text;

@@ -125,7 +125,6 @@ WRAP_COUNTED(pthread_cond_broadcast, EINVAL, conditions, 0, (pthread_cond_t * co
 WRAP_COUNTED(pthread_mutex_init, ENOMEM, mutexes, 1,
              (pthread_mutex_t * mutex, const pthread_mutexattr_t* attributes), (mutex, attributes))
 WRAP_COUNTED(pthread_mutex_lock, EINVAL, mutexes, 0, (pthread_mutex_t * mutex), (mutex))
-WRAP_COUNTED(pthread_mutex_trylock, EINVAL, mutexes, 0, (pthread_mutex_t * mutex), (mutex))
 WRAP_COUNTED(pthread_attr_init, ENOMEM, thread_attributes, 1, (pthread_attr_t * attributes),
              (attributes))
 WRAP_COUNTED(pthread_attr_setdetachstate, EINVAL, thread_attributes, 0,
@@ -134,10 +133,6 @@ WRAP_COUNTED(pthread_create, EAGAIN, thread_attributes, 0,
              (pthread_t * thread, const pthread_attr_t* attributes, void* (*routine)(void*),
               void* parameter),
              (thread, attributes, routine, parameter))
-WRAP_COUNTED(pthread_key_create, EAGAIN, thread_keys, 1,
-             (pthread_key_t * key, void (*destructor)(void*)), (key, destructor))
-WRAP_COUNTED(pthread_setspecific, ENOMEM, thread_keys, 0, (pthread_key_t key, const void* value),
-             (key, value))
 
 // Calls that give back do not fail.
 #define WRAP_DESTROY(name, type, kind)                   \
@@ -147,7 +142,6 @@ WRAP_COUNTED(pthread_setspecific, ENOMEM, thread_keys, 0, (pthread_key_t key, co
 WRAP_DESTROY(pthread_cond_destroy, pthread_cond_t*, conditions)
 WRAP_DESTROY(pthread_mutex_destroy, pthread_mutex_t*, mutexes)
 WRAP_DESTROY(pthread_attr_destroy, pthread_attr_t*, thread_attributes)
-WRAP_DESTROY(pthread_key_delete, pthread_key_t, thread_keys)
 
 WRAP(gettimeofday, int, timeval* now, void* zone) {
     FAIL_WITH(gettimeofday, -1, EFAULT)

@@ -43,7 +43,7 @@ public:
 // What the calling thread has taken and not given back of each kind that can leak, and the descriptors of
 // the process. Other threads' doings, such as the end of a detached thread, do not count, nor does memory
 // that the C library allocates for its caller; giving that to free() would count below zero.
-enum Kind { allocations, conditions, mutexes, thread_attributes, thread_keys, descriptors, kinds };
+enum Kind { allocations, conditions, mutexes, thread_attributes, descriptors, kinds };
 using Resources = std::array<int64_t, kinds>;
 Resources resources_in_use() noexcept;
 
