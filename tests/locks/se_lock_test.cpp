@@ -202,7 +202,7 @@ TEST_F(SELock, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {
         unsigned seed = 1000;
         for (Peer& peer : peers) {
             peer.start([play, random = std::mt19937(seed++)]() mutable {
-                for (int round = 0; round < 1000; ++round) {
+                for (int round = 0; round < 400; ++round) {
                     play(random());
                 }
             });

@@ -130,11 +130,11 @@ TEST(Tls, HandsOutTheLowestFreeIndexWithAValueForEachThread) {
     }
     EXPECT_TRUE(count == 512 || PTHREAD_KEYS_MAX < 1024) << "the system has fewer keys";
     EXPECT_EQ(oruTlsAlloc(), ORU_TLS_OUT_OF_INDEXES);
+    EXPECT_EQ(oruTlsFree(count - 1), 1);  // C++ wants a key of its own where the system has few
     EXPECT_EQ(oruTlsGetValue(512), nullptr);
     EXPECT_EQ(oruTlsSetValue(5, &count), 1);
     std::thread([] { EXPECT_EQ(oruTlsGetValue(5), nullptr); }).join();
     EXPECT_EQ(oruTlsGetValue(5), &count);
-    EXPECT_EQ(oruTlsFree(count - 1), 1);
     EXPECT_EQ(oruTlsFree(5), 1);
     EXPECT_EQ(oruTlsFree(5), 0);
     EXPECT_EQ(oruTlsAlloc(), 5u);
