@@ -152,12 +152,14 @@ VLRCOMN_API uint32_t orumcomn_get_file_sizeA(const char* path, uint32_t* size);
  * stays, the rest goes; nothing is reported and `errno` is undefined afterwards.
  *
  * A symbolic link inside the tree is deleted as a link and never followed; where the system has
- * `openat`, neither is a folder that is swapped for a link meanwhile. Entries that others delete or
- * make meanwhile do no harm; what is made too late stays, and with it its folders. Any depth is
- * deleted with a bounded number of descriptors and bounded stack, as long as nobody moves folders of
- * the tree about. Folders keep their permissions: one that may not be read stays unless it is empty.
- * File systems mounted in the tree are emptied like the rest. Cancellation of the calling thread is
- * held back until the call is done.
+ * `openat`, neither is a folder that is swapped for a link meanwhile. Elsewhere such a swap is
+ * looked for before each removal, and only one in the moment between the look and the removal is
+ * followed, by that one removal. Entries that others delete or make meanwhile do no harm; what is
+ * made too late stays, and with it its folders. Any depth is deleted with a bounded number of
+ * descriptors and bounded stack, as long as nobody moves folders of the tree about. Folders keep
+ * their permissions: one that may not be read stays unless it is empty. File systems mounted in the
+ * tree are emptied like the rest. Cancellation of the calling thread is held back until the call is
+ * done.
  *
  * @param path the directory. Null, an empty path and one of more than 259 bytes do nothing. A link to
  * a directory is followed for its contents and stays itself.
