@@ -2,6 +2,7 @@
 #include <sys/resource.h>
 
 #include <climits>
+#include <functional>
 
 #include "support/child_process.h"
 #include "support/fault_injection.h"

@@ -2,10 +2,12 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <future>
 #include <set>
+#include <vector>
 
 #include "portability/errors.h"
 #include "support/temporary_folder.h"
