@@ -122,7 +122,7 @@ public:
      */
     void setOption(NETINTERFACE_PARAM param, const IPAddress& value);
 
-    /** The hardware address. @return it as 12 lower-case hexadecimal digits */
+    /** The hardware address. @return 12 lower-case hexadecimal digits; zeros where there is none */
     std::string getMACAddress() const;
     /** The name. @return for example "en0" */
     std::string getIndexName() const;
@@ -158,8 +158,11 @@ public:
      * name, is not a loopback one (unless asked for), and when the address is IPv4 or IPv6, has a
      * mask, and the system can open a datagram socket of its family. What fails any of this is left
      * out silently, and so is an interface that vanishes meanwhile. An interface appears once it
-     * has an address. On Linux an IPv4 address with a label of its own ("eth0:1") has no link-layer
-     * entry of that name and is therefore left out.
+     * has an address. One without a link-layer address, as VPNs have, has an entry of no bytes: its
+     * hardware address reads zeros. On Linux an IPv4 address with a label of its own ("eth0:1") has
+     * no link-layer entry of that name and is therefore left out.
+     *
+     * One free descriptor is enough.
      *
      * The table is not cleared first: a second call adds every address a second time. The cost
      * grows linearly with the number of addresses.
@@ -245,8 +248,8 @@ VLRCOMN_API std::string formatMACAddress(unsigned char* bytes);
  * The hardware address of an interface by name, from a snapshot of its own. Takes the first
  * link-layer entry of that name, whether the interface is up or not.
  *
- * @param[out] mac  always six bytes as 12 lower-case hexadecimal digits: a shorter address is
- * filled up with zeros, of a longer one the first six bytes are taken; left alone on failure
+ * @param[out] mac  always six bytes as 12 lower-case hexadecimal digits: a shorter address, also of
+ * no bytes, is filled up with zeros, of a longer one the first six are taken; left alone on failure
  * @param interfaceName  for example "en0"
  * @return 1 found; 0 when there is no such entry, the system could not be asked or memory ran out
  */
@@ -256,7 +259,7 @@ VLRCOMN_API int getMacAddr(std::string& mac, const std::string& interfaceName);
  * Writes a network mask as text, for IPv6 in the short form ("ffff:ffff::").
  *
  * @param family  the family of the address that the mask belongs to (AF_INET, AF_INET6); it stands
- * in when the mask itself states none, as masks from the system may do
+ * in when the mask itself states none, as masks from the system may do, and does not count else
  * @param mask  the mask as getifaddrs gives it: it may be shorter than its family's structure where
  * the system states a length, in which case the missing bytes are 0. It is not changed. Null fails
  * @param[out] out  the text; left alone on failure

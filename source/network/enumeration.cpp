@@ -42,22 +42,23 @@ Links link_layer_entries(const ifaddrs* snapshot) {
 }
 
 // Whether the system can open a socket of a family. An address is only reported when it can at the time of
-// its turn; a socket that was opened once stays open until the walk ends, which answers for the other
-// addresses of its family as well, while a failure is never remembered.
+// its turn; a socket that was opened stays open for the addresses of its family that follow, while a failure
+// is never remembered. There is never more than one, since a process may have no more descriptors left.
 class FamilyProbe {
 public:
-    // An open datagram socket of the family (AF_INET or AF_INET6), or -1.
+    // An open datagram socket of the family, or -1.
     int socket(int family) {
-        support::FileDescriptor& held = family == AF_INET ? ipv4_ : ipv6_;
-        if (!held) {
-            held = network::open_socket(family, SOCK_DGRAM, 0);
+        if (!held_ || family != family_) {
+            held_.reset();
+            held_ = network::open_socket(family, SOCK_DGRAM, 0);
+            family_ = family;
         }
-        return held.get();
+        return held_.get();
     }
 
 private:
-    support::FileDescriptor ipv4_;
-    support::FileDescriptor ipv6_;
+    support::FileDescriptor held_;
+    int family_ = AF_UNSPEC;
 };
 
 bool is_wanted(const ifaddrs& entry, bool include_loopback) {

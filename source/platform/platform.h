@@ -128,12 +128,13 @@ std::optional<std::string> nis_domain();
 std::optional<std::string> domain_name();
 
 // Whether an entry of a getifaddrs list is a link-layer entry, and the address that it carries. A longer
-// address is cut; a shorter one is filled up with zeros, on the Mac with what else the entry holds first.
+// address is cut; a shorter one, also of no bytes, is filled up with zeros, on the Mac with what else the
+// entry holds first.
 using LinkLayerAddress = std::array<unsigned char, 6>;
 std::optional<LinkLayerAddress> link_layer_address(const ifaddrs& entry);
 
-// How many bytes may be read of a socket address that belongs to `family`; the address itself may
-// be shorter than its family's structure or leave its family unset, as masks do.
+// How many bytes may be read of a socket address; it may be shorter than its family's structure. One that
+// leaves its family unset, as masks do, belongs to `family`.
 socklen_t socket_address_size(const sockaddr& address, int family);
 
 }  // namespace velora_com::qel::platform

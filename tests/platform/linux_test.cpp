@@ -95,12 +95,14 @@ TEST(Machine, SaysTheSameHereAndElsewhere) {
 TEST(Machine, LinkLayerAddressesOfOtherLengths) {
     sockaddr_ll link = {AF_PACKET, 0, 0, 0, 0, 0, {1, 2, 3, 4, 5, 6, 7, 8}};
     ifaddrs entry = {};
-    EXPECT_EQ(link_layer_address(entry), std::nullopt);
+    EXPECT_EQ(link_layer_address(entry), LinkLayerAddress{}) << "of a VPN's tunnel";
     entry.ifa_addr = reinterpret_cast<sockaddr*>(&link);
     link.sll_halen = 4;  // of an IPv4 tunnel
     EXPECT_EQ(link_layer_address(entry), (LinkLayerAddress{1, 2, 3, 4, 0, 0}));
     link.sll_halen = 20;  // of InfiniBand
     EXPECT_EQ(link_layer_address(entry), (LinkLayerAddress{1, 2, 3, 4, 5, 6}));
+    link.sll_family = AF_INET;
+    EXPECT_EQ(link_layer_address(entry), std::nullopt);
 }
 
 }  // namespace

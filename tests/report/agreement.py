@@ -27,22 +27,27 @@ def text_of(address):  # dotted decimal, or eight groups without padding
 def addresses_of_ip():
     """(index, name, MAC, address, mask, subnet) of every address that the list should hold."""
     for link in json.loads(run("ip", "-j", "addr")):
-        if "UP" not in link["flags"] or "LOOPBACK" in link["flags"] or "address" not in link:
+        if "UP" not in link["flags"] or "LOOPBACK" in link["flags"]:
             continue
+        mac = link.get("address", "0" * 12).replace(":", "")  # a tun has none
         for entry in link["addr_info"]:
             interface = ipaddress.ip_interface(f"{entry['local']}/{entry['prefixlen']}")
-            yield (str(link["ifindex"]), link["ifname"], link["address"].replace(":", ""), text_of(interface.ip),
+            yield (str(link["ifindex"]), link["ifname"], mac, text_of(interface.ip),
                    text_of(interface.netmask), text_of(interface.network.network_address))
 
 
 class Machine(unittest.TestCase):
     def test_addresses(self):
         expected = sorted(addresses_of_ip())
-        self.assertEqual(sorted(address[1] for address in expected), ["v0", "v0", "v0", "v1"])
+        self.assertEqual(sorted(address[1] for address in expected), ["tun0", "v0", "v0", "v0", "v1"])
         self.assertEqual(sorted(tuple(line.split()) for line in run(PROBE, "addresses").splitlines()), expected)
         values = report()
         chosen = tuple(values[k] for k in ("NETAddress", "IPAddress", "SubnetMask", "SubnetAddress"))
         self.assertEqual(chosen, ("02005e102030", "198.51.100.5", "255.255.255.0", "198.51.100.0"))
+
+    def test_local_address(self):
+        # There is no route to the first two, and nobody listens at the third.
+        self.assertEqual(run(PROBE, "local", "192.0.2.1;2001:db8:9::1;198.51.100.5").strip(), "198.51.100.5")
 
     def test_names_and_processors(self):
         values = report()

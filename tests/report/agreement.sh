@@ -6,7 +6,7 @@
 for tool in ip unshare hostname mount df getconf; do command -v $tool >/dev/null || skip "no $tool"; done
 scratch=$(realpath "$(mktemp -d)")
 trap 'rmdir "$scratch"' EXIT
-# tun0 has no MAC: its entry in the system's list carries no address at all. The overlay is over the whole of
+# tun0 has no MAC: its link entry in the system's list carries no address at all. The overlay is over the whole of
 # /etc, since a bare system has no file of hosts yet.
 unshare --net --uts --mount bash -ec '
     trap "exit 77" ERR

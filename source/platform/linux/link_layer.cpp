@@ -9,20 +9,25 @@
 
 namespace velora_com::qel::platform {
 
+// The entry of an interface that has no link-layer address (tun, WireGuard, PPP) carries no address at all.
 std::optional<LinkLayerAddress> link_layer_address(const ifaddrs& entry) {
-    if (entry.ifa_addr == nullptr || entry.ifa_addr->sa_family != AF_PACKET) {
+    LinkLayerAddress address{};
+    if (entry.ifa_addr == nullptr) {
+        return address;
+    }
+    if (entry.ifa_addr->sa_family != AF_PACKET) {
         return std::nullopt;
     }
     sockaddr_ll link;
     std::memcpy(&link, entry.ifa_addr, sizeof link);
-    LinkLayerAddress address{};
     std::copy_n(link.sll_addr, std::min<size_t>(link.sll_halen, address.size()), address.begin());
     return address;
 }
 
-// Linux carries no length in an address; an address and its mask have the size of their family.
-socklen_t socket_address_size(const sockaddr&, int family) {
-    switch (family) {
+// Linux carries no length in an address; an address and its mask have the size of the family that they
+// state, if any.
+socklen_t socket_address_size(const sockaddr& address, int family) {
+    switch (address.sa_family != AF_UNSPEC ? address.sa_family : family) {
         case AF_INET:
             return sizeof(sockaddr_in);
         case AF_INET6:
