@@ -89,7 +89,8 @@ public:
     /**
      * Strips brackets and scope.
      *
-     * @param address  any text; everything from the first "%" on goes, whatever the address
+     * @param address  any text; everything from the first "%" on goes, whatever the address, and
+     * with brackets all text outside them
      * @param keepBrackets  whether brackets that were there are put back
      * @return "[fe80::1%en0]" gives "fe80::1", or "[fe80::1]" with `keepBrackets`; a text without
      * brackets never gains them
@@ -118,9 +119,9 @@ public:
     int vlrGetScopeId(const std::string& address, unsigned int& scope) const;
 
     /**
-     * Resolves a host for stream sockets.
+     * Resolves a host for stream sockets. A host or port ends at a NUL.
      *
-     * @param host  name or address, brackets and scope are dropped; empty fails
+     * @param host  name or address; brackets, text outside them and scope are dropped; empty fails
      * @param port  port or service name; empty for none
      * @param[out] result  the list, which the caller gives to `freeaddrinfo`; unchanged on failure.
      * Null fails
@@ -152,9 +153,11 @@ public:
      * scope from vlrGetScopeId. The connection is closed again. Gated: else -1.
      *
      * ConnectWithTimeout does not judge a refusal, and neither does this call: a host that refuses
-     * within the time counts as reached. Only with 0 seconds a refusal fails.
+     * within the time counts as reached. Only with 0 seconds a refusal fails. An address whose local
+     * end stays unspecified (0.0.0.0 or "::"), as without a route, does not count as reached: the
+     * next one is tried.
      *
-     * @param host  name or address
+     * @param host  name or address, read as vlrCreateAddrinfo reads it
      * @param port  port or service name
      * @param[out] local  the local address, IPv6 in the form of expandIPV6Address; left alone on
      * failure
@@ -186,7 +189,7 @@ public:
     /**
      * Resolves a host into texts, at most 14 a call. Gated: else -1.
      *
-     * @param host  name or address
+     * @param host  name or address, read as vlrCreateAddrinfo reads it
      * @param port  port or service name; may be empty
      * @param[in,out] out  gets one terminated text of at most 1024 bytes for each address,
      * appended. The caller owns the buffers and gives them back with vlrFreeAddrinfo

@@ -1,7 +1,11 @@
 #include <netdb.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+// After sys/socket.h, as older systems need it.
+#include <net/if.h>
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -20,12 +24,28 @@ namespace {
 // gets no scope; link-local addresses fit.
 constexpr socklen_t scoped_text_size = 32;
 
-// The local end of a connected socket as text.
+// The getnameinfo of Mac OS X 10.4 and 10.5 puts "%" and an interface's name behind the text of an address
+// that carries its scope in the second group, also past the length that it is told.
+constexpr size_t scope_suffix_size = 1 + IF_NAMESIZE;
+
+// Where there is no route some systems call a socket writable all the same; its own end is then 0.0.0.0
+// or "::".
+bool is_unspecified(const sockaddr_storage& end) {
+    if (end.ss_family == AF_INET6) {
+        const auto& bytes = reinterpret_cast<const sockaddr_in6&>(end).sin6_addr.s6_addr;
+        return std::all_of(std::begin(bytes), std::end(bytes),
+                           [](unsigned char byte) { return byte == 0; });
+    }
+    return end.ss_family == AF_INET &&
+           reinterpret_cast<const sockaddr_in&>(end).sin_addr.s_addr == INADDR_ANY;
+}
+
+// The local end of a connected socket as text; nothing when it is unspecified.
 std::optional<std::string> local_end(int socket, int flags) {
     sockaddr_storage end{};
     socklen_t size = network::any_address_size;
     char text[network::name_size];
-    if (getsockname(socket, reinterpret_cast<sockaddr*>(&end), &size) != 0 ||
+    if (getsockname(socket, reinterpret_cast<sockaddr*>(&end), &size) != 0 || is_unspecified(end) ||
         !network::host_text(reinterpret_cast<sockaddr&>(end), flags, text)) {
         return std::nullopt;
     }
@@ -48,9 +68,9 @@ int ANetworkUtil::vlrGetLocalIPAddress(const std::string& host, std::string port
         for (const addrinfo* entry = resolved.addresses.get(); entry != nullptr;
              entry = entry->ai_next) {
             if (entry->ai_family == AF_INET6) {
-                char text[scoped_text_size];
+                char text[scoped_text_size + scope_suffix_size];
                 unsigned int scope = 0;
-                if (network::host_text(*entry->ai_addr, NI_NUMERICHOST, text, sizeof text) &&
+                if (network::host_text(*entry->ai_addr, NI_NUMERICHOST, text, scoped_text_size) &&
                     vlrGetScopeId(text, scope) == 1) {
                     reinterpret_cast<sockaddr_in6*>(entry->ai_addr)->sin6_scope_id = scope;
                 }

@@ -5,9 +5,11 @@
 #include <net/if.h>
 #include <netdb.h>
 #include <netpacket/packet.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #include "support/fault_injection.h"
@@ -26,7 +28,7 @@ static struct Entry {
     ifaddrs listed{};
     sockaddr_storage address_room{}, mask_room{};
 } entries[] = {
-    {"lo", IFF_UP, nullptr, nullptr},
+    {"tun", IFF_UP, nullptr, nullptr},
     {"lo", 0, "lo-mac", nullptr},
     {"lo", IFF_UP, "second", nullptr},  // the first one counts
     {"lo", IFF_UP, "203.0.113.9", "255.255.255.252"},
@@ -40,7 +42,7 @@ static struct Entry {
     {"lo", IFF_UP, "::ffff:10.1.2.3", "ffff:ffff:ffff:ffff:ffff:ffff::"},
     {"lo", IFF_UP, "fe80::1", "ffff:ffff:ffff:ffff::"},
 };
-static ifaddrs& link_local = std::end(entries)[-1].listed;
+static ifaddrs &ipv4 = entries[3].listed, &link_local = std::end(entries)[-1].listed;
 
 static sockaddr* read(const char* text, sockaddr_storage& room, bool is_mask) {
     auto& ipv6 = reinterpret_cast<sockaddr_in6&>(room);
@@ -61,6 +63,7 @@ static sockaddr* read(const char* text, sockaddr_storage& room, bool is_mask) {
 
 static int lists = 0;  // taken from the system and not given back
 static uint32_t connected_scope = 0;
+static std::vector<const char*> local_ends;  // of the connections to come, from the back
 
 extern "C" int getifaddrs(ifaddrs** list) __THROW {
     for (auto& [name, flags, address, mask, listed, address_room, mask_room] : entries) {
@@ -74,18 +77,38 @@ extern "C" int getifaddrs(ifaddrs** list) __THROW {
     return lists++, 0;
 }
 
-// Every host has sixteen addresses.
-extern "C" int getaddrinfo(const char*, const char*, const addrinfo*, addrinfo** list) {
+// Every host has sixteen addresses, but those of a scope other than 1 have none.
+extern "C" int getaddrinfo(const char* host, const char*, const addrinfo*, addrinfo** list) {
     static addrinfo sixteen[16];
     static sockaddr_storage address;
+    if (std::strchr(host, '%') != nullptr && std::strstr(host, "1%1") == nullptr) {
+        return EAI_NONAME;
+    }
     for (addrinfo& entry : sixteen) {
         *std::exchange(list, &entry.ai_next) = &entry;
         entry.ai_family = AF_INET6;
         entry.ai_socktype = SOCK_STREAM;
-        entry.ai_addr = read("fe80::1", address, false);
+        entry.ai_addr = read("fe80:1::1234:5678:9abc:def1", address, false);
     }
     *list = nullptr;
     return lists++, 0;
+}
+
+// As on Mac OS X 10.4: the scope of a link-local address stands in its second group, and the name of that
+// interface goes behind the text, whatever the size.
+extern "C" int getnameinfo(const sockaddr* address, socklen_t, char* host, socklen_t size, char*,
+                           socklen_t, int) {
+    const auto& ipv6 = reinterpret_cast<const sockaddr_in6&>(*address).sin6_addr;
+    const auto& bits = reinterpret_cast<const sockaddr_in&>(*address).sin_addr;
+    const bool is_ipv4 = address->sa_family == AF_INET;
+    if (inet_ntop(address->sa_family, is_ipv4 ? &bits : static_cast<const void*>(&ipv6), host,
+                  size) == nullptr) {
+        return EAI_FAMILY;
+    }
+    if (!is_ipv4 && ipv6.s6_addr[0] == 0xfe && ipv6.s6_addr[3] != 0) {
+        std::strcat(host, "%fifteen-letters");
+    }
+    return 0;
 }
 
 extern "C" void freeifaddrs(ifaddrs*) __THROW {
@@ -97,6 +120,11 @@ extern "C" void freeaddrinfo(addrinfo*) __THROW {
 extern "C" int connect(int, const sockaddr* address, socklen_t) {
     connected_scope = reinterpret_cast<const sockaddr_in6*>(address)->sin6_scope_id;
     return 0;
+}
+extern "C" int getsockname(int, sockaddr* end, socklen_t*) __THROW {
+    const char* text = local_ends.back();
+    local_ends.pop_back();
+    return read(text, reinterpret_cast<sockaddr_storage&>(*end), false) == nullptr ? -1 : 0;
 }
 
 namespace {
@@ -156,11 +184,53 @@ TEST_F(Network, IsListedWhereNothingIsMissingAndSearchedByIndex) {
 TEST_F(Network, IsDescribedInParts) {
     EXPECT_EQ(getMacAddr(text_, "vanished"), 1);
     EXPECT_EQ(text_, "676f6e6d6163");
+    EXPECT_EQ(getMacAddr(text_, "tun"), 1);
+    EXPECT_EQ(text_, "000000000000");
+    EXPECT_EQ(getMacAddr(text_, "no link"), 0);
     EXPECT_EQ(formatMACAddress(nullptr), "");
-    EXPECT_EQ(getNetAddr(AF_INET6, link_local.ifa_netmask, link_local.ifa_addr, text_), 1);
-    EXPECT_EQ(text_, "N/A");
-    EXPECT_EQ(getNetMask(AF_INET6, link_local.ifa_netmask, text_), 1);
-    EXPECT_EQ(text_, "ffff:ffff:ffff:ffff::");
+
+    auto exact = std::make_unique<sockaddr_in>(reinterpret_cast<sockaddr_in&>(*ipv4.ifa_netmask));
+    exact->sin_family = AF_INET;
+    sockaddr_storage stating = entries[11].mask_room;
+    stating.ss_family = AF_INET6;
+    const struct {
+        unsigned int family;
+        void *mask, *address;  // without an address the mask itself is asked for
+        const char* text;      // none: fails
+    } table[] = {
+        {AF_INET6, link_local.ifa_netmask, nullptr, "ffff:ffff:ffff:ffff::"},
+        {AF_INET, &stating, nullptr,
+         "ffff:ffff:ffff:ffff:ffff:ffff::"},  // what the mask states counts
+        {AF_INET6, exact.get(), nullptr, "255.255.255.252"},
+        {AF_UNIX, ipv4.ifa_netmask, nullptr, nullptr},
+        {AF_INET, nullptr, nullptr, nullptr},
+        {AF_INET6, link_local.ifa_netmask, link_local.ifa_addr, "N/A"},
+        {AF_INET, ipv4.ifa_netmask, ipv4.ifa_addr, "203.0.113.8"},
+        {AF_INET, nullptr, ipv4.ifa_addr, nullptr},
+    };
+    for (const auto& [family, mask_bytes, address_bytes, expected] : table) {
+        auto *mask = static_cast<sockaddr*>(mask_bytes),
+             *address = static_cast<sockaddr*>(address_bytes);
+        text_ = "untouched";
+        EXPECT_EQ(address == nullptr ? getNetMask(family, mask, text_)
+                                     : getNetAddr(family, mask, address, text_),
+                  expected != nullptr);
+        EXPECT_EQ(text_, expected != nullptr ? expected : "untouched");
+    }
+    EXPECT_EQ(getNetAddr(AF_INET, ipv4.ifa_netmask, nullptr, text_), 0);
+}
+
+TEST_F(Network, IsListedWithOneFreeDescriptor) {
+    rlimit former{};
+    getrlimit(RLIMIT_NOFILE, &former);
+    const int free = dup(0);
+    close(free);
+    rlimit one = former;
+    one.rlim_cur = static_cast<rlim_t>(free) + 1;
+    setrlimit(RLIMIT_NOFILE, &one);
+    EXPECT_EQ(list_.initialize(), 1);
+    setrlimit(RLIMIT_NOFILE, &former);
+    EXPECT_EQ(addresses().size(), 3u);
 }
 
 // Memory that runs out leaves the table as it was; another fault costs only the address that meets it.
@@ -178,9 +248,15 @@ TEST_F(Network, IsListedAsFarAsTheSystemAnswers) {
 
 TEST_F(Network, GivesLinkLocalAddressesTheirScopeAndAtMostFourteenTexts) {
     EXPECT_EQ(util.formatV6addrWithScope("[fe80::1%77]", true), "[fe80::1%1]");
+    EXPECT_EQ(util.formatV6addrWithScope("fe80::2", true), "fe80::2") << "the resolver's word";
     EXPECT_EQ(util.formatV6addrWithScope("[2001:db8::1%3]", true), "[2001:db8::1]");
+    local_ends = {"::5", "::", nullptr, "0.0.0.0"};
     EXPECT_EQ(util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 0), 0);
+    EXPECT_EQ(text_, "0:0:0:0:0:0:0:5");
     EXPECT_EQ(connected_scope, 1u);
+    local_ends.assign(16, "::");
+    EXPECT_EQ(util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 0), -1);
+    EXPECT_EQ(text_, "0:0:0:0:0:0:0:5");
     std::vector<char*> texts;
     EXPECT_EQ(util.vlrGetAddrinfo("host", "", texts, NI_NUMERICHOST), 0);
     EXPECT_EQ(texts.size(), 14u);

@@ -1,10 +1,12 @@
 // Without arguments: collects everything twice and prints nothing, so that what appears on its standard
 // output is the library's own. Ends with 1 when the library has started a thread, with 2 when it has left a
-// descriptor open. With an argument: prints every address of the interface list.
+// descriptor open. With an argument: prints every address of the interface list. With another one, a list of
+// hosts: prints the local address that leads to the first that can be reached.
 #include <cstdio>
 #include <filesystem>
 
 #include "vlrcomn/net_interface.h"
+#include "vlrcomn/network_util.h"
 #include "vlrcomn/system_properties.h"
 
 using namespace velora_com::qel;
@@ -27,7 +29,13 @@ static std::ptrdiff_t entries(const char* folder) {
     return std::distance(std::filesystem::directory_iterator(folder), {});
 }
 
-int main(int count, char**) {
+int main(int count, char** arguments) {
+    if (count > 2) {
+        std::string local;
+        ANetworkUtil().vlrGetLocalIPAddressFromList(arguments[2], "9", local, false, 0, 5);
+        std::puts(local.c_str());
+        return 0;
+    }
     if (count > 1) {
         print_addresses();
         return 0;
