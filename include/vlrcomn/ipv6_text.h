@@ -70,8 +70,9 @@ VLRCOMN_API int noOfOccurences(const std::string& text, char ch, int limit);
  * Writes an IPv6 address so that it can stand where a host name is expected: "-" for ":" and
  * ".ipv6-literal.net" at the end.
  *
- * Brackets around the address and its scope are dropped. A text without ":" or with the ending in
- * it comes back unchanged. Example: "[fe80::1%en0]" gives "fe80--1.ipv6-literal.net".
+ * Brackets around the address and its scope are dropped, and with brackets all text outside them
+ * (a port). A text without ":" or with the ending in it comes back unchanged. Example:
+ * "[fe80::1%en0]" gives "fe80--1.ipv6-literal.net".
  *
  * @param address  the address
  * @return the host-name form
@@ -79,11 +80,12 @@ VLRCOMN_API int noOfOccurences(const std::string& text, char ch, int limit);
 VLRCOMN_API std::string convertV6AddrToLiteralFormat(std::string address);
 
 /**
- * The way back from the host-name form. The scope ("s" and a number) is dropped.
+ * The way back from the host-name form. The scope ("s" and a number) is dropped: any "s" cuts the
+ * address there.
  *
- * Brackets go in any case, a "[" counting only with a "]" behind it; a text without
- * ".ipv6-literal.net" is otherwise unchanged. Example: "fe80--1s4.ipv6-literal.net" gives
- * "fe80::1".
+ * Brackets go in any case, and with them all text outside them; a "[" counts only with a "]" behind
+ * it. Text behind ".ipv6-literal.net" is dropped, too; a text without that is otherwise unchanged.
+ * Example: "fe80--1s4.ipv6-literal.net" gives "fe80::1".
  *
  * @param text  the host-name form, lower case
  * @return the address

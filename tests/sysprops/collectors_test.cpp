@@ -172,6 +172,7 @@ TEST(AddressChoice, FollowsTheLastKnownAddress) {
         // Unknown or gone: the first of its family, by index. A compressed one matches nothing.
         {both, "10.9.9.9", L"192.0.2.4 4 s1"},
         {both, "fd00::7", L"fe80:0:0:0:0:0:0:4 4 s0"},
+        {both, "fd00:0:0:0:0:0:0:8", L"fe80:0:0:0:0:0:0:4 4 s0"},
         {ipv6, "", L"fe80:0:0:0:0:0:0:3 3 s0"},  // none of the family: the very first
     };
     for (const auto& [list, last_known, chosen] : cases) {
