@@ -156,13 +156,16 @@ VLRCOMN_API uint32_t orumcomn_get_file_sizeA(const char* path, uint32_t* size);
  * looked for before each removal, and only one in the moment between the look and the removal is
  * followed, by that one removal. Entries that others delete or make meanwhile do no harm; what is
  * made too late stays, and with it its folders. Any depth is deleted with a bounded number of
- * descriptors and bounded stack, as long as nobody moves folders of the tree about. Folders keep
- * their permissions: one that may not be read stays unless it is empty. File systems mounted in the
- * tree are emptied like the rest. Cancellation of the calling thread is held back until the call is
- * done.
+ * descriptors and bounded stack, as long as nobody moves folders of the tree about. Without `openat`
+ * a folder too deep for a path is first moved up into `path` itself, under a number as its name; one
+ * that cannot be moved there, for want of a right or across file systems, stays unless it is empty.
+ * Folders keep their permissions: one that may not be read stays unless it is empty. File systems
+ * mounted in the tree are emptied like the rest. Cancellation of the calling thread is held back
+ * until the call is done.
  *
  * @param path the directory. Null, an empty path and one of more than 259 bytes do nothing. A link to
- * a directory is followed for its contents and stays itself.
+ * a directory is followed for its contents and stays itself. A path that ends in ".." is taken at its
+ * word: "d/.." empties the directory that holds d, with d and all beside it.
  */
 VLRCOMN_API void orumcomn_deltree(const char* path);
 

@@ -1,6 +1,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <set>
 #include <string>
@@ -83,7 +84,10 @@ private:
             folder = level.folder.open_child(name.c_str());
         }
         if (!folder) {
-            remove_unopened(level, name);
+            const int reason = errno;
+            if (reason != ENAMETOOLONG || !move_up(level, name)) {
+                remove_unopened(level, name, reason);
+            }
             return;
         }
         levels_.emplace_back(std::move(folder), std::move(name));
@@ -92,10 +96,22 @@ private:
         }
     }
 
+    // Moves a folder that no path reaches up to the top, where it is deleted like the others.
+    bool move_up(Level& level, const std::string& name) {
+        Level& top = levels_.front();
+        std::string new_name = level.folder.move_up(name.c_str(), top.identity, moved_up_);
+        if (new_name.empty()) {
+            return false;
+        }
+        level.removed_something = true;
+        top.to_enter.push_back(std::move(new_name));
+        return true;
+    }
+
     // An empty folder can be removed though it must not be read; something else is in its place when a
     // folder was replaced meanwhile.
-    static void remove_unopened(Level& level, const std::string& name) {
-        const bool is_no_folder = errno == ENOTDIR || errno == ELOOP;
+    static void remove_unopened(Level& level, const std::string& name, int reason) {
+        const bool is_no_folder = reason == ENOTDIR || reason == ELOOP;
         if (is_no_folder ? level.folder.remove_file(name.c_str())
                          : level.folder.remove_folder(name.c_str())) {
             level.removed_something = true;
@@ -152,6 +168,7 @@ private:
 
     std::vector<Level> levels_;  // from the top down to the folder being read
     size_t outermost_open_ = 0;  // this level and those below it are open
+    uint32_t moved_up_ = 0;      // numbers used for names of folders moved up
 };
 
 bool is_deletable(const char* path) {

@@ -7,6 +7,7 @@
 #include <dirent.h>
 #include <sys/types.h>
 
+#include <cstdint>
 #include <string>
 
 #include "support/owners.h"
@@ -48,14 +49,20 @@ public:
     bool remove_file(const char* name) const;
     bool remove_folder(const char* name) const;
 
+    // Moves the folder `name` in this one, whose opening failed with ENAMETOOLONG, up to the top folder. It
+    // gets the first number from `next` on that is free there; returns that, or an empty text on failure.
+    std::string move_up(const char* name, const FolderIdentity& top, uint32_t& next) const;
+
 private:
     // Each build has its own one of the two. What fails is closed.
     static TreeFolder from_descriptor(support::FileDescriptor descriptor);
-    static TreeFolder open_path(std::string path);
+    static TreeFolder open_path(std::string path, size_t top_length);
 
     support::Directory stream_;
     FolderIdentity identity_;
-    std::string path_;  // unused where descriptors are enough
+    // Unused where descriptors are enough.
+    std::string path_;
+    size_t top_length_ = 0;  // so much of the path is that of the top folder
 };
 
 }  // namespace velora_com::qel

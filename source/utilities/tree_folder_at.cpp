@@ -64,4 +64,9 @@ bool TreeFolder::remove_folder(const char* name) const {
     return ::unlinkat(dirfd(stream_.get()), name, AT_REMOVEDIR) == 0;
 }
 
+// Descriptors reach any depth, so that nobody asks for this.
+std::string TreeFolder::move_up(const char*, const FolderIdentity&, uint32_t&) const {
+    return {};
+}
+
 }  // namespace velora_com::qel

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <climits>
 #include <functional>
@@ -44,42 +45,60 @@ TEST_F(DeleteTree, TakesEverythingButFollowsNoLink) {
 }
 
 #if defined(FAULT_INJECTION)
-// A link to the outside takes the place of a folder before each call that deletion makes, in turn.
+// A link to the outside takes the place of a folder before each call that deletion makes, in turn: of one
+// near the top, and of one whose folder is too deep for a path, as it can still be named itself.
 TEST_F(DeleteTree, AFolderSwappedForALinkIsNotEntered) {
-    const std::string kept = folder_.write("outside/sub/kept"), aside = folder_ / "aside";
-    const std::string inner = tree_ + "/inner";
-    const std::function<void()> swap = [&] {
-        if (is_there(inner) && !is_there(aside)) {
-            fs::rename(inner, aside);
-            fs::create_directory_symlink("../outside", inner);
+    const std::string outside = folder_ / "outside", kept = folder_.write("outside/sub/kept");
+    const std::string aside = folder_ / "aside";
+    // The deepest folder in which everything can still be named, also when "/." stands behind the top.
+    const size_t length = PATH_MAX - NAME_MAX - 2 - (folder_ / "./inner").size();
+    std::string deep = "tree";
+    while (deep.size() + 1 < length) {
+        deep += '/' + std::string(std::min<size_t>(200, length - deep.size() - 1), 'd');
+    }
+    const std::pair<std::string, const char*> cases[] = {
+        {"tree", nullptr}, {deep, "opendir"}, {deep, "lstat"}, {deep, "rename"}};
+    for (const auto& [parent, calls] : cases) {
+        const std::string inner = folder_ / parent + "/inner";
+        const std::function<void()> swap = [&] {
+            if (is_there(inner) && !is_there(aside)) {
+                fs::rename(inner, aside);
+                fs::create_directory_symlink(outside, inner);
+            }
+        };
+        const char* before = "";
+        for (int call = 1; before != nullptr; ++call) {
+            folder_.write(parent + "/inner/sub/kept");
+            fault_injection::FailNth swapping(call, calls, &swap);
+            orumcomn_deltree(tree_.c_str());
+            swapping.disarm();
+            before = swapping.fired();
+            ASSERT_TRUE(is_there(kept)) << "swapped before " << before << ", call " << call;
+            orumcomn_deltree(tree_.c_str());
+            fs::remove_all(aside);
         }
-    };
-    const char* before = "";
-    for (int call = 1; before != nullptr; ++call) {
-        folder_.write("tree/inner/sub/kept");
-        fault_injection::FailNth swapping(call, nullptr, &swap);
-        orumcomn_deltree(tree_.c_str());
-        swapping.disarm();
-        before = swapping.fired();
-        ASSERT_TRUE(is_there(kept)) << "swapped before " << before << ", call " << call;
-        orumcomn_deltree(tree_.c_str());
-        fs::remove_all(aside);
     }
 }
 #endif
 
-TEST_F(DeleteTree, DepthCostsNoDescriptors) {
-    for (std::string deepest = tree_; deepest.size() < PATH_MAX / 2; deepest += "/d") {
-        fs::create_directory(deepest);
-    }
+// Neither a path nor the descriptors left to the process reach the deepest folder.
+TEST_F(DeleteTree, AnyDepthWithFewDescriptors) {
     EXPECT_TRUE(holds_in_child([&] {
+        // The first name that a folder moved up would get is taken.
+        folder_.write("tree/0/file");
+        bool made = chdir(tree_.c_str()) == 0;
+        for (int depth = 0; depth < PATH_MAX / 4; ++depth) {
+            made = made && mkdir("a_level", 0700) == 0 && chdir("a_level") == 0;
+        }
+        std::ofstream("file");
+        made = made && chdir("/") == 0;
         for (int descriptor = 3; descriptor < 8; ++descriptor) {
             close(descriptor);
         }
         const rlimit five_left{8, 8};
         setrlimit(RLIMIT_NOFILE, &five_left);
         orumcomn_deltree(tree_.c_str());
-        return !is_there(tree_);
+        return made && !is_there(tree_);
     }));
 }
 

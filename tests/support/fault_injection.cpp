@@ -195,6 +195,7 @@ WRAP_LARGE(stat, int, -1, EIO, (const char* path, struct stat* status), (path, s
 WRAP_LARGE(lstat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
 WRAP_LARGE(fstatat, int, -1, EIO, (int folder, const char* path, struct stat* status, int flags),
            (folder, path, status, flags))
+WRAP_CALL(rename, int, -1, EACCES, (const char* from, const char* to), (from, to))
 WRAP_CALL(opendir, DIR*, nullptr, EMFILE, (const char* path), (path))
 WRAP_LARGE(readdir, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
 WRAP_CALL(getifaddrs, int, -1, ENOMEM, (struct ifaddrs * *list), (list))
