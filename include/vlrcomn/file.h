@@ -3,9 +3,10 @@
  * @brief Files and directory searches.
  *
  * Win32-style calls over POSIX descriptors. True is 1 and false is 0; flags are compared against
- * exactly 1. Names are narrow text with '/' separators, handed to the system as they are. Refused
- * arguments are noted in the layer's private error word, which callers cannot read; a failed system
- * call leaves its reason in `errno`, see handle.h.
+ * exactly 1. Names are narrow text with '/' separators, handed to the system as they are. A failed
+ * system call leaves its reason in `errno`, see handle.h. Refused arguments, null pointers among them,
+ * are noted in the layer's private error word at most, which callers cannot read; `errno` stays as it
+ * was then, unless it is said that it does not.
  *
  * Every descriptor is closed on exec. Files of any size work; 32-bit results are the low 32 bits of
  * sizes and positions.
@@ -23,6 +24,10 @@
 #include <stdint.h>
 
 #include "vlrcomn/types.h"
+
+#if defined(__GLIBC__) && !defined(__USE_FILE_OFFSET64) && !defined(__INO_T_MATCHES_INO64_T)
+#error "Compile with -D_FILE_OFFSET_BITS=64: the library's struct dirent is the one of large files."
+#endif
 
 #ifdef __cplusplus
 extern "C" {
@@ -260,9 +265,10 @@ VLRCOMN_API int oruWildCardMatch(const char* pattern, const char* name);
  * more than 259 bytes is refused, as is a null path.
  * @param data receives the entry; left alone on failure.
  * @return the search handle, 1 to #ORU_MAX_SEARCHES, to be closed with oruFindCloseDirEnt(), or
- * #ORU_INVALID_SEARCH: nothing matches, the directory cannot be read (`errno` tells why), an argument
- * is refused (EINVAL in the private error word, ENAMETOOLONG in `errno` for a length), or all searches
- * are in use or memory is exhausted (EAGAIN in the private error word).
+ * #ORU_INVALID_SEARCH: nothing matches (`errno` stays as it was), the directory cannot be read
+ * (`errno` tells why), an argument is refused (EINVAL in the private error word, ENAMETOOLONG in
+ * `errno` for a length), or all searches are in use or memory is exhausted (EAGAIN in the private
+ * error word).
  */
 VLRCOMN_API intptr_t oruFindFirstDirEnt(const char* path, oruFindData* data);
 
@@ -275,8 +281,8 @@ VLRCOMN_API intptr_t oruFindFirstDirEnt(const char* path, oruFindData* data);
  *
  * @param search a search handle.
  * @param data receives the entry; left alone on failure.
- * @return 1, or 0 when there is none left, the directory cannot be read on, or the handle or `data` is
- * refused (EINVAL).
+ * @return 1, or 0 when there is none left (`errno` stays as it was), the directory cannot be read on
+ * (`errno` tells why), or the handle or `data` is refused (EINVAL).
  */
 VLRCOMN_API int oruFindNextDirEnt(intptr_t search, oruFindData* data);
 
@@ -292,7 +298,9 @@ VLRCOMN_API int oruFindCloseDirEnt(intptr_t search);
  * Fills a record for a directory entry, as the search does.
  *
  * @param data the record; all 284 bytes are written.
- * @param entry the entry; a name of more than 259 bytes is cut in the record.
+ * @param entry the entry; a name of more than 259 bytes is cut in the record. On 32-bit Linux it is
+ * that of large files: this header wants _FILE_OFFSET_BITS=64 there, which the package
+ * configurations hand on.
  * @param directory where the entry lies, joined with the name as it is: it must end in '/', except
  * ".", which is joined with one.
  * @return `data`; null when an argument is null.

@@ -5,7 +5,8 @@
  *
  * Paths are narrow text with '/' separators, except in functions whose name ends in W. Statuses are
  * #ORU_SUCCESS and #ORU_FAILURE. A failed system call leaves its reason in `errno` unless a function
- * says otherwise; refused arguments leave `errno` alone unless it is said that they do not.
+ * says otherwise; refused arguments, null pointers among them, leave `errno` as it was unless it is
+ * said that they do not.
  *
  * Thread safety: every function may be called from any thread; a file object and an enumeration
  * handle by one thread at a time.
@@ -117,7 +118,8 @@ VLRCOMN_API int orFolderExists(const char* lpszFolder);
  *
  * @param pattern directory and pattern, as `path` there.
  * @param data receives the entry; left alone on failure.
- * @return the enumeration handle, to be closed with orumcomn_findclose(), or 0.
+ * @return the enumeration handle, to be closed with orumcomn_findclose(), or 0; when nothing matches,
+ * `errno` stays as it was.
  */
 VLRCOMN_API intptr_t orumcomn_findfirstA(const char* pattern, oruFindData* data);
 
@@ -126,7 +128,7 @@ VLRCOMN_API intptr_t orumcomn_findfirstA(const char* pattern, oruFindData* data)
  *
  * @param enumeration from orumcomn_findfirstA().
  * @param data receives the entry; left alone when there is none left.
- * @return whether another entry was found.
+ * @return whether another entry was found; at the end `errno` stays as it was.
  */
 VLRCOMN_API bool orumcomn_findnextA(intptr_t enumeration, oruFindData* data);
 

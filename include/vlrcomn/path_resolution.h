@@ -31,6 +31,9 @@ namespace velora_com::qel {
  * - Doubled slashes stay, and ".." takes away the empty piece between them ("/a//../b" is "/a/b").
  * - One slash at the end of the input is dropped. "/" alone therefore counts as relative, and like
  *   the empty text gives the base followed by a slash; "/a/.." gives the empty text, successfully.
+ * - Two slashes follow a root: in the working directory "/" the path "a" gives "//a". The base "/" is
+ *   "/" alone, so it stands for the working directory, and "a" gives that, "//" and "a"; the base
+ *   "//" is the root and gives "//a".
  * - ".." above the root fails.
  * - When the working directory cannot be read (or has a path over 1023 bytes) a relative path is
  *   taken against the root.

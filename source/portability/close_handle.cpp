@@ -1,6 +1,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <utility>
 
 #include "portability/handle_object.h"
 #include "portability/mutex_record.h"
@@ -24,10 +25,10 @@ bool drop_reference(_oruHandleObject_t& record, uint32_t& left) {
     return lock.unlock();
 }
 
-// A step that fails leaves the record as it is, by contract.
+// A step that fails leaves the record, without a descriptor: the number may be another file's by then.
 bool free_file(oruHandle record) {
     auto* file = static_cast<FileRecord*>(record->pData);
-    if (file == nullptr || ::close(file->descriptor) != 0) {
+    if (file == nullptr || ::close(std::exchange(file->descriptor, -1)) != 0) {
         return false;
     }
     if (file->delete_on_close == 1 && std::remove(file->path) != 0) {

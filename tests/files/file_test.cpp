@@ -126,6 +126,24 @@ TEST_F(Files, HandlesThatAreNoFilesAreRefused) {
     EXPECT_EQ(oruCloseHandle(event), 1);
 }
 
+// The descriptor's number may be another file's by then.
+TEST_F(Files, ARecordThatCouldNotBeClosedIsSpent) {
+    const std::string name = folder_ / "gone";
+    const oruHandle file =
+        open_file(name, ORU_ACCESS_READ_WRITE, ORU_CREATE_NEW, ORU_DELETE_ON_CLOSE);
+    std::filesystem::remove(name);
+    EXPECT_EQ(oruCloseHandle(file), 0);
+    EXPECT_EQ(errno, ENOENT);
+    const oruHandle other = open_file(name, ORU_ACCESS_READ_WRITE, ORU_CREATE_NEW);
+    EXPECT_EQ(oruWriteFile(file, "x", 1, &count_, nullptr), 0);
+    EXPECT_EQ(oruCloseHandle(file), 0);
+    EXPECT_EQ(oruGetFileSize(other, nullptr), 0u) << "written to, or closed";
+    EXPECT_EQ(oruCloseHandle(other), 1);
+    EXPECT_TRUE(is_there(name));
+    delete static_cast<FileRecord*>(file->pData);
+    velora_com::qel::portability::HandleRecordDeleter()(file);
+}
+
 TEST_F(Files, ByName) {
     const std::string from = folder_.write("from", "text"), to = folder_ / "to";
     EXPECT_EQ(oruCopyFile(from.c_str(), to.c_str(), 1), 1);

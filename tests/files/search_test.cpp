@@ -53,7 +53,13 @@ TEST_F(Search, FindsWhatMatches) {
     EXPECT_THAT(found(folder_ / "*.txt"), ElementsAre("a.txt", "b.txt"));
     EXPECT_THAT(found(folder_ / ""), ElementsAre(".", "..", ".hidden", "a.txt", "b.txt"));
     EXPECT_EQ(found(folder_ / std::string(259, '*')), found(folder_ / ""));
-    EXPECT_THAT(found(folder_ / std::string(260, '*')), ElementsAre()) << "too long";
+    errno = 77;
+    EXPECT_THAT(found(folder_ / "none"), ElementsAre());
+    EXPECT_EQ(oruFindFirstDirEnt(nullptr, &data_), ORU_INVALID_SEARCH);
+    EXPECT_EQ(oruFindFirstDirEnt("", nullptr), ORU_INVALID_SEARCH);
+    EXPECT_EQ(errno, 77) << "stays when nothing matches or an argument is refused";
+    EXPECT_THAT(found(folder_ / std::string(260, '*')), ElementsAre());
+    EXPECT_EQ(errno, ENAMETOOLONG);
 }
 
 TEST_F(Search, FillsTheRecordFromTheStatus) {

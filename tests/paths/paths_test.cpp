@@ -47,6 +47,9 @@ TEST_F(Paths, FlattensText) {
     EXPECT_EQ(flat({"/../etc", "/x"}), "untold");
     EXPECT_EQ(flat({"/a", "/.."}), "untold") << "the base counts, also when it is not needed";
     EXPECT_EQ(flat({"a", ".."}), root_ + "/a");
+    EXPECT_EQ(flat({"a", "/"}), root_ + "/sub//a") << "\"/\" alone counts as relative";
+    fs::current_path("/");
+    EXPECT_EQ(flat(FileNameFlattener("a")), "//a");
 }
 
 TEST_F(Paths, ResolvesToRegularFilesOnly) {
