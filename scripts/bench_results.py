@@ -16,6 +16,7 @@ class Row:
     workload: str
     arguments: tuple
     title: str = ""
+    comparison: str = ""
     times: dict = dataclasses.field(default_factory=dict)
     spreads: dict = dataclasses.field(default_factory=dict)
 
@@ -92,6 +93,8 @@ class Plan:
         for group in self.config["group"]:
             for entry in group["workloads"]:
                 self._entitle(rows.get(entry["name"], []), entry.get("title", ""))
+                for row in rows.get(entry["name"], []):
+                    row.comparison = entry.get("comparison", "")
         for name in self.others:
             self._entitle(rows[name], name.replace("_", " "))
 
@@ -129,6 +132,8 @@ class Plan:
         for to, highest in reach.items():
             if to in row.times:
                 yield Goal(to, highest, row.ratio("ours", to))
+            elif to == "best" and row.peers():
+                yield Goal(to, highest, row.ratio("ours", row.peers()[0]))
             elif ":" in to:
                 kind = to.split(":")[0] + ":"
                 arguments = tuple(to if part.startswith(kind) else part for part in row.arguments)

@@ -53,11 +53,18 @@ class Document:
         self.plan = plan
         self.notes = notes
 
+    def goal_texts(self, goals):
+        """One text for each thing that ours is compared with."""
+        limits = {}
+        for goal in goals:
+            limits.setdefault(goal.to, {})[f"{goal.limit:g}"] = None
+        for to, several in limits.items():
+            of = ("" if to == "limit" else " of the best peer" if to == "best"
+                  else f" of {self.plan.argument(to) if ':' in to else self.plan.contender(to)}")
+            yield f"≤ {', '.join(several)}{of}"
+
     def goal_text(self, goal):
-        if goal.to == "limit":
-            return f"≤ {goal.limit:g}"
-        of = self.plan.argument(goal.to) if ":" in goal.to else self.plan.contender(goal.to)
-        return f"≤ {goal.limit:g} of {of}"
+        return next(self.goal_texts([goal]))
 
     def summary(self):
         line(["workload", "limit", "ours to the limit", "to reach", "reached", "ours to the best peer"])
@@ -68,16 +75,24 @@ class Document:
             beside = [row.ratio("ours", row.peers()[0]) for row in rows
                       if row.peers() and "ours" in row.times]
             line([group["title"], group["limit"], span(bounded) if bounded else "",
-                  "; ".join(dict.fromkeys(self.goal_text(goal) for goal in goals)), mark(goals),
+                  "; ".join(self.goal_texts(goals)), mark(goals),
                   span(beside) if beside else ""])
 
     def leads(self):
         """What a reader wants to know first, out of this run's figures."""
-        compared = [row for _, rows in self.plan.groups() for row in rows if faster_peer(row) is not None]
+        compared = [row for _, rows in self.plan.groups() for row in rows
+                    if faster_peer(row) is not None and not row.comparison]
         behind = [row for row in compared if faster_peer(row)]
-        print(f"**We lead** in {len(compared) - len(behind)} of {len(compared)} comparisons with the best peer.")
+        print(f"**We lead** in {len(compared) - len(behind)} of {len(compared)} rows with peers.")
+        others = [f"{group['title']}: {row.title} ({self.plan.contender(row.peers()[0])} {row.comparison}; "
+                  f"{row.ratio('ours', row.peers()[0]):.2f})"
+                  for group, rows in self.plan.groups() for row in rows if row.comparison and row.peers()]
+        if others:
+            print(f"\n{len(others)} more are comparisons only, since the best peer does not do the same (what it does, the ratio "
+                  f"of ours): {', '.join(others)}.")
         self.reasons("A peer is faster", lambda row: [
-            f"{self.plan.contender(peer)} ({row.ratio('ours', peer):.2f})" for peer in [faster_peer(row)] if peer])
+            f"{self.plan.contender(peer)} ({row.ratio('ours', peer):.2f})"
+            for peer in [faster_peer(row)] if peer and not row.comparison])
         self.reasons("A ratio is missed", lambda row: [
             f"{goal.ratio:.2f} instead of {self.goal_text(goal)}"
             for goal in self.plan.goals(row) if not goal.reached])

@@ -1,4 +1,4 @@
-// Shared/exclusive locks: taking and giving back alone, and two threads with one lock or one each.
+// Shared/exclusive locks: taking and giving back alone, threads with one lock, and threads with one each.
 #include <benchmark/benchmark.h>
 #include <pthread.h>
 
@@ -6,6 +6,7 @@
 #include <string>
 
 #include "registry.h"
+#include "support/own_lines.h"
 #include "support/registering.h"
 #include "sync/monitors.h"
 #include "vlrcomn/se_lock.h"
@@ -33,29 +34,21 @@ private:
     orSELock* lock_ = nullptr;
 };
 
-// The four guarded exchanges that a pair consists of by contract, and nothing else. No lock: for
-// comparison alone, with one thread.
+// The four exchanges that a pair consists of by contract, which takes and gives back the spin word twice, and
+// nothing else. No lock: for comparison alone, with one thread.
 struct Limit {
     static constexpr const char* name = "limit";
     using Thread = NoRegistry;
     void lock() {
-        exchange(1);
-        exchange(0);
+        __atomic_exchange_n(&word_, 1, __ATOMIC_ACQUIRE);
+        __atomic_exchange_n(&word_, 0, __ATOMIC_RELEASE);
     }
     void unlock() { lock(); }
     void lock_shared() { lock(); }
     void unlock_shared() { lock(); }
 
 private:
-    [[gnu::noinline]] int exchange(int value) {
-        pthread_mutex_lock(&mutex_);
-        const int previous = word_;
-        word_ = value;
-        pthread_mutex_unlock(&mutex_);
-        return previous;
-    }
-    static inline pthread_mutex_t mutex_ = PTHREAD_MUTEX_INITIALIZER;
-    volatile int word_ = 0;
+    int32_t word_ = 0;
 };
 
 struct PthreadRwlock {
@@ -130,7 +123,7 @@ private:
 template <typename Contender>
 void exclusive_pair(benchmark::State& state) {
     [[maybe_unused]] const typename Contender::Thread thread;
-    Contender lock;
+    OwnLines<Contender> lock;
     for (auto _ : state) {
         lock.lock();
         benchmark::ClobberMemory();
@@ -141,7 +134,7 @@ void exclusive_pair(benchmark::State& state) {
 template <typename Contender>
 void shared_pair(benchmark::State& state) {
     [[maybe_unused]] const typename Contender::Thread thread;
-    Contender lock;
+    OwnLines<Contender> lock;
     for (auto _ : state) {
         lock.lock_shared();
         benchmark::ClobberMemory();
@@ -149,24 +142,28 @@ void shared_pair(benchmark::State& state) {
     }
 }
 
-// Nine times in ten shared; a few words are read, or written, inside.
+// All threads with one lock, exclusively so many times in a hundred; a few words are read, or written, inside.
 template <typename Contender>
-void mostly_shared(benchmark::State& state) {
+void one_for_all(benchmark::State& state) {
+    struct Words {
+        int values[8];
+    };
     [[maybe_unused]] const typename Contender::Thread thread;
-    static Contender lock;
-    static int words[8];
+    static OwnLines<Contender> lock;
+    static OwnLines<Words> words;
+    const auto exclusive = static_cast<int>(state.range(0)) / 10;
     int turn = state.thread_index();
     for (auto _ : state) {
-        if (++turn % 10 == 0) {
+        if (++turn % 10 < exclusive) {
             lock.lock();
-            for (int& word : words) {
-                ++word;
+            for (int& value : words.values) {
+                ++value;
             }
             lock.unlock();
         } else {
             lock.lock_shared();
-            for (const int& word : words) {
-                benchmark::DoNotOptimize(word);
+            for (const int& value : words.values) {
+                benchmark::DoNotOptimize(value);
             }
             lock.unlock_shared();
         }
@@ -180,10 +177,17 @@ void add_lock() {
     };
     named("exclusive_pair", exclusive_pair<Contender>);
     named("shared_pair", shared_pair<Contender>);
-    // Two threads that share nothing but the process-wide mutex of the exchanges.
     named("each_its_own", exclusive_pair<Contender>)->Threads(2)->UseRealTime();
     if (Contender::name != Limit::name) {
-        named("90_percent_shared", mostly_shared<Contender>)->Threads(2)->UseRealTime();
+        const auto by_threads = [&](const char* workload, int threads) {
+            return named(workload, one_for_all<Contender>)
+                ->ArgName("exclusive")
+                ->Threads(threads)
+                ->UseRealTime();
+        };
+        by_threads("by_two", 2)->Arg(10)->Arg(50)->Arg(100);
+        by_threads("by_four", 4)->Arg(50);
+        by_threads("by_eight", 8)->Arg(100);
     }
 }
 

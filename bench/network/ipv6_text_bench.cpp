@@ -1,4 +1,5 @@
-// Rewriting IPv6 text against the C library's parser, which reads the same text into 16 bytes.
+// Rewriting IPv6 text against the C library's parser, which reads the same text into 16 bytes, and the strings
+// that the signature forces.
 #include <arpa/inet.h>
 #include <benchmark/benchmark.h>
 
@@ -32,20 +33,14 @@ void expand(benchmark::State& state) {
     return result;
 }
 
-void copy(benchmark::State& state) {
+void parse_and_copy(benchmark::State& state) {
     const std::string& text = texts[state.range(0)];
     const std::string result = expandIPV6Address(text);
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(copied(text, result));
-    }
-}
-
-void parse(benchmark::State& state) {
-    const std::string& text = texts[state.range(0)];
     for (auto _ : state) {
         in6_addr address;
         benchmark::DoNotOptimize(inet_pton(AF_INET6, text.c_str(), &address));
         benchmark::DoNotOptimize(address);
+        benchmark::DoNotOptimize(copied(text, result));
     }
 }
 
@@ -94,8 +89,7 @@ void add() {
         add_contender("expand_ipv6", contender, run)->ArgName("text")->DenseRange(0, 3);
     };
     add_expansion("ours", expand);
-    add_expansion("limit", parse);
-    add_expansion("limit_strings", copy);
+    add_expansion("limit", parse_and_copy);
     add_expansion("inet_pton_snprintf", parse_and_print);
 #ifdef WITH_POCO
     add_expansion("poco", with_poco);

@@ -38,6 +38,12 @@ public:
         }
         monitor_.unlock();
     }
+    bool is_set() {
+        monitor_.lock();
+        const bool set = flag_;
+        monitor_.unlock();
+        return set;
+    }
 
 private:
     Monitor monitor_;
@@ -52,6 +58,7 @@ public:
     void set() { oruSetEvent(handle_); }
     void reset() { oruResetEvent(handle_); }
     void wait() { oruWaitForSingleObject(handle_, ORU_INFINITE); }
+    bool is_set() { return oruWaitForSingleObject(handle_, 0) == ORU_WAIT_SIGNALLED; }
 
 private:
     oruHandle handle_;
@@ -64,6 +71,7 @@ public:
     void set() { event_.set(); }
     void reset() { event_.reset(); }
     void wait() { event_.wait(); }
+    bool is_set() { return event_.tryWait(0); }
 
 private:
     Poco::Event event_{Poco::Event::EVENT_MANUALRESET};
@@ -79,6 +87,7 @@ public:
     void set() { SetEvent(handle_); }
     void reset() { ResetEvent(handle_); }
     void wait() { WaitForSingleObject(handle_, 0xFFFFFFFFU); }
+    bool is_set() { return WaitForSingleObject(handle_, 0) == WAIT_OBJECT_0; }
 
 private:
     HANDLE handle_;

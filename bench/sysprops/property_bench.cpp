@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "many_mounts.h"
 #include "raw_reads.h"
 #include "silence.h"
 #include "support/registering.h"
@@ -23,6 +24,22 @@ void run_reads(benchmark::State& state, void (*reads)()) {
     }
 }
 
+template <void (*run)()>
+void run_with_mounts(benchmark::State& state) {
+    const ManyMounts mounts(scaled(static_cast<size_t>(state.range(0))));
+    if (!mounts.why_not().empty()) {
+        state.SkipWithError(mounts.why_not().c_str());
+        return;
+    }
+    for (auto _ : state) {
+        run();
+    }
+}
+
+void ask_for_disks() {
+    benchmark::DoNotOptimize(orumcomn_get_free_disk_space());
+}
+
 void add() {
     const struct {
         const char* workload;
@@ -40,6 +57,11 @@ void add() {
         add_contender(workload, "ours", run_property, property);
         add_contender(workload, "limit", run_reads, reads);
     }
+    const auto add_mounts = [](const char* contender, void (*run)(benchmark::State&)) {
+        add_contender("disks_by_mounts", contender, run)->ArgName("mounts")->Arg(1000)->Arg(5000);
+    };
+    add_mounts("ours", run_with_mounts<ask_for_disks>);
+    add_mounts("limit", run_with_mounts<raw_reads::disk>);
 }
 REGISTER_BENCHMARKS(add);
 
