@@ -12,10 +12,10 @@ namespace {
 // The longest wait that every system's select takes.
 constexpr unsigned int longest_wait = 100'000'000;
 
-// False when the time has passed, the wait failed or was interrupted, or when the descriptor has no place
-// in the set: select looks its number up in a fixed row of bits.
+// False when the time has passed, the wait failed or was interrupted, or when the open descriptor has no
+// place in the set: select looks its number up in a fixed row of bits.
 bool wait_until_writable(int socket, unsigned int seconds) {
-    if (socket < 0 || socket >= FD_SETSIZE) {
+    if (socket >= FD_SETSIZE) {
         return false;
     }
     fd_set writable;

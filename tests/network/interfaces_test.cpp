@@ -28,18 +28,20 @@ static struct Entry {
     ifaddrs listed{};
     sockaddr_storage address_room{}, mask_room{};
 } entries[] = {
-    {"tun", IFF_UP, nullptr, nullptr},
+    {"no tun", IFF_UP, nullptr, nullptr},
     {"lo", 0, "lo-mac", nullptr},
     {"lo", IFF_UP, "second", nullptr},  // the first one counts
     {"lo", IFF_UP, "203.0.113.9", "255.255.255.252"},
     {"lo", IFF_UP, "10.0.0.1", nullptr},
     {"lo", IFF_RUNNING, "10.0.0.2", "255.0.0.0"},
     {"no link", IFF_UP, "10.0.0.3", "255.0.0.0"},
-    {"vanished", 0, "gonmac", nullptr},
-    {"vanished", IFF_UP, "10.0.0.4", "255.0.0.0"},
+    {"sixteen letters!", 0, "gonmac", nullptr},
+    {"sixteen letters!", IFF_UP, "10.0.0.4", "255.0.0.0"},  // no name is so long
+    {"no tun", IFF_UP, "10.0.0.5", "255.0.0.0"},            // gone meanwhile
     {"lo", IFF_UP | IFF_LOOPBACK, "127.0.0.1", "255.0.0.0"},
     {"lo", IFF_UP, "2001:db8::6", "family"},  // which is another one
     {"lo", IFF_UP, "::ffff:10.1.2.3", "ffff:ffff:ffff:ffff:ffff:ffff::"},
+    {"lo", IFF_UP, "fe80:1::2", "ffff:ffff:ffff:ffff::"},  // with its scope
     {"lo", IFF_UP, "fe80::1", "ffff:ffff:ffff:ffff::"},
 };
 static ifaddrs &ipv4 = entries[3].listed, &link_local = std::end(entries)[-1].listed;
@@ -77,11 +79,12 @@ extern "C" int getifaddrs(ifaddrs** list) __THROW {
     return lists++, 0;
 }
 
-// Every host has sixteen addresses, but those of a scope other than 1 have none.
+// Every host but "none" has sixteen addresses; one with a scope has them if that is 1.
 extern "C" int getaddrinfo(const char* host, const char*, const addrinfo*, addrinfo** list) {
     static addrinfo sixteen[16];
     static sockaddr_storage address;
-    if (std::strchr(host, '%') != nullptr && std::strstr(host, "1%1") == nullptr) {
+    const bool scoped = std::strchr(host, '%') != nullptr;
+    if (std::strcmp(host, "none") == 0 || (scoped && std::strstr(host, "1%1") == nullptr)) {
         return EAI_NONAME;
     }
     for (addrinfo& entry : sixteen) {
@@ -94,20 +97,18 @@ extern "C" int getaddrinfo(const char* host, const char*, const addrinfo*, addri
     return lists++, 0;
 }
 
-// As on Mac OS X 10.4: the scope of a link-local address stands in its second group, and the name of that
-// interface goes behind the text, whatever the size.
+// As on Mac OS X 10.4: a link-local address has its scope in the second group, and the name of that
+// interface goes behind the text instead, whatever the size.
 extern "C" int getnameinfo(const sockaddr* address, socklen_t, char* host, socklen_t size, char*,
                            socklen_t, int) {
-    const auto& ipv6 = reinterpret_cast<const sockaddr_in6&>(*address).sin6_addr;
-    const auto& bits = reinterpret_cast<const sockaddr_in&>(*address).sin_addr;
     const bool is_ipv4 = address->sa_family == AF_INET;
-    if (inet_ntop(address->sa_family, is_ipv4 ? &bits : static_cast<const void*>(&ipv6), host,
-                  size) == nullptr) {
+    in6_addr bits{};
+    std::memcpy(&bits, &address->sa_data[is_ipv4 ? 2 : 6], is_ipv4 ? 4 : sizeof bits);
+    const bool scoped = bits.s6_addr[0] == 0xfe && std::exchange(bits.s6_addr[3], 0) != 0;
+    if (inet_ntop(address->sa_family, &bits, host, size) == nullptr) {
         return EAI_FAMILY;
     }
-    if (!is_ipv4 && ipv6.s6_addr[0] == 0xfe && ipv6.s6_addr[3] != 0) {
-        std::strcat(host, "%fifteen-letters");
-    }
+    std::strcat(host, scoped ? "%fifteen-letters" : "");
     return 0;
 }
 
@@ -132,6 +133,9 @@ namespace {
 using namespace velora_com::qel;
 
 const ANetworkUtil util;
+const struct Disabled : ANetworkUtil {
+    Disabled() { enabled_ = 2; }
+} disabled;
 
 struct Network : testing::Test {
     ~Network() override { EXPECT_EQ(lists, 0) << "not given back"; }
@@ -158,40 +162,57 @@ TEST_F(Network, IsListedWhereNothingIsMissingAndSearchedByIndex) {
         "2 203.0.113.9/255.255.255.252=203.0.113.8",
         // The expansion takes the IPv4 tail for one group, which leaves one too many.
         "10 0:0:0:0:0:0:ffff:10.1.2.3/ffff:ffff:ffff:ffff:ffff:ffff:0:0=0:0:0:0:0:0:0:0",
+        "10 fe80:0:0:0:0:0:0:2/ffff:ffff:ffff:ffff:0:0:0:0=fe80:0:0:0:0:0:0:0",
         "10 fe80:0:0:0:0:0:0:1/ffff:ffff:ffff:ffff:0:0:0:0=fe80:0:0:0:0:0:0:0",
     };
     EXPECT_EQ(addresses(), expected);
     NetInterface found, &entry = list_.getNetInterface(9u);
     EXPECT_EQ(entry.getIndex(), 0u) << "a new entry is empty";
     EXPECT_EQ(list_.getNetInterface(1u, entry), 1);
+    EXPECT_EQ(list_.getNetInterface(8u, entry), 0);
     IPAddress address;
     address.setOption(IP_ADDRESS, "fe80:9");
+    address.setOption(IP_FAMILY, "a number");  // of no effect, as other wrong pairs
+    address.setOption(IP_ADDRESS, 5u);
+    EXPECT_EQ(address.getIPAddress() + std::to_string(address.getIPFamily()), "fe80:90");
     entry.setOption(NETINTERFACE_IPADDRESS, address);
-    EXPECT_EQ(entry.getIPAddress().size(), 4u) << "appended to those of the copy";
+    entry.setOption(NETINTERFACE_INDEX, address);
+    EXPECT_EQ(entry.getIPAddress().size(), 5u) << "appended to those of the copy";
     entry.setOption(NETINTERFACE_MACADDRESS, "mac9");
+    entry.setOption(NETINTERFACE_INDEXNAME, "name9");
+    entry.setOption(NETINTERFACE_INDEX, "a number");
+    entry.setOption(NETINTERFACE_INDEX, 19u);
+    entry.setOption(NETINTERFACE_INDEXNAME, 5u);
     EXPECT_EQ(getMACAddressFromIPAddress(text_, "fe80:9", list_), 1);
+    EXPECT_EQ(getMACAddressFromIPAddress(text_, "fe80::9", list_), 0);
     EXPECT_EQ(text_, "mac9");
+    EXPECT_EQ(getNetInterfaceFromIPAddress(found, "fe80:9", list_), 1);
+    EXPECT_EQ(found.getIndexName() + std::to_string(found.getIndex()), "name919");
     EXPECT_EQ(getNetInterfaceFromIPAddress(found, "203.0.113.9", list_), 1);
+    EXPECT_EQ(getNetInterfaceFromIPAddress(found, "10.0.0.4", list_), 0);
     EXPECT_EQ(found.getMACAddress(), "6c6f2d6d6163") << "the first match wins";
+    EXPECT_EQ(list_.getIndexes(), (std::vector<unsigned int>{1, 9}));
 
     EXPECT_EQ(list_.initialize(), 1);
-    EXPECT_EQ(addresses().size(), 6u) << "a second filling adds all again";
+    EXPECT_EQ(addresses().size(), 8u) << "a second filling adds all again";
     list_ = NetInterfaceList(true);
     EXPECT_EQ(list_.initialize(), 1);
     EXPECT_THAT(addresses(), testing::Contains("2 127.0.0.1/255.0.0.0=127.0.0.0"));
 }
 
 TEST_F(Network, IsDescribedInParts) {
-    EXPECT_EQ(getMacAddr(text_, "vanished"), 1);
+    EXPECT_EQ(getMacAddr(text_, "sixteen letters!"), 1);
     EXPECT_EQ(text_, "676f6e6d6163");
-    EXPECT_EQ(getMacAddr(text_, "tun"), 1);
+    EXPECT_EQ(getMacAddr(text_, "no tun"), 1);
     EXPECT_EQ(text_, "000000000000");
     EXPECT_EQ(getMacAddr(text_, "no link"), 0);
     EXPECT_EQ(formatMACAddress(nullptr), "");
+    unsigned char bytes[] = {0, 0x1b, 0x63, 0xa4, 0x0f, 0x9c};
+    EXPECT_EQ(formatMACAddress(bytes), "001b63a40f9c");
 
     auto exact = std::make_unique<sockaddr_in>(reinterpret_cast<sockaddr_in&>(*ipv4.ifa_netmask));
     exact->sin_family = AF_INET;
-    sockaddr_storage stating = entries[11].mask_room;
+    sockaddr_storage stating = std::end(entries)[-3].mask_room;
     stating.ss_family = AF_INET6;
     const struct {
         unsigned int family;
@@ -230,12 +251,12 @@ TEST_F(Network, IsListedWithOneFreeDescriptor) {
     setrlimit(RLIMIT_NOFILE, &one);
     EXPECT_EQ(list_.initialize(), 1);
     setrlimit(RLIMIT_NOFILE, &former);
-    EXPECT_EQ(addresses().size(), 3u);
+    EXPECT_EQ(addresses().size(), 4u);
 }
 
 // Memory that runs out leaves the table as it was; another fault costs only the address that meets it.
 TEST_F(Network, IsListedAsFarAsTheSystemAnswers) {
-    size_t fewest = 3;
+    size_t fewest = 4;
     const auto fill = [&] { return list_.initialize() == 1; };
     const auto walk = fault_injection::walk_failures(fill, [&] {
         fewest = std::min(fewest, addresses().size());
@@ -243,7 +264,12 @@ TEST_F(Network, IsListedAsFarAsTheSystemAnswers) {
         list_ = NetInterfaceList(false);
     });
     EXPECT_GT(walk.calls - walk.tolerated, 10);
-    EXPECT_EQ(fewest, 2U);
+    EXPECT_EQ(fewest, 3U);
+    fault_injection::FailNth failure(1);
+    NetInterface& spare = list_.getNetInterface(9u);
+    failure.disarm();
+    spare.setOption(NETINTERFACE_INDEX, 9u);
+    EXPECT_EQ(list_.getIndexes().size(), 0u) << "not in the table";
 }
 
 TEST_F(Network, GivesLinkLocalAddressesTheirScopeAndAtMostFourteenTexts) {
@@ -260,7 +286,59 @@ TEST_F(Network, GivesLinkLocalAddressesTheirScopeAndAtMostFourteenTexts) {
     std::vector<char*> texts;
     EXPECT_EQ(util.vlrGetAddrinfo("host", "", texts, NI_NUMERICHOST), 0);
     EXPECT_EQ(texts.size(), 14u);
+    EXPECT_STREQ(texts[13], "fe80::1234:5678:9abc:def1%fifteen-letters");
+    disabled.vlrFreeAddrinfo(texts);
+    EXPECT_EQ(texts.size(), 14u);
     util.vlrFreeAddrinfo(texts);
+    EXPECT_EQ(texts.size(), 0u);
+}
+
+TEST_F(Network, ToleratesFailuresOfTheSystemWhereAnotherAddressIsLeft) {
+    local_ends.reserve(16);
+    const auto find_local = [&] {
+        local_ends.assign(16, "::5");
+        return util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 5) == 0;
+    };
+    EXPECT_GT(fault_injection::walk_failures(find_local, [] {}).tolerated, 5);
+    std::vector<char*> texts;
+    const auto give_back = [&] {
+        util.vlrFreeAddrinfo(texts);
+        std::vector<char*>().swap(texts);
+    };
+    EXPECT_GT(
+        fault_injection::walk_failures(
+            [&] { return util.vlrGetAddrinfo("host", "", texts, NI_NUMERICHOST) == 0; }, give_back)
+            .tolerated,
+        14);
+}
+
+TEST_F(Network, FailsByTheStatedResult) {
+    const auto find_local = [&](const ANetworkUtil& with, const char* host) {
+        return with.vlrGetLocalIPAddress(host, "9", text_, false, NI_NUMERICHOST, 5);
+    };
+    EXPECT_EQ(find_local(util, "none"), EAI_NONAME);
+    EXPECT_EQ(find_local(disabled, "host"), -1);
+    std::vector<char*> texts;
+    EXPECT_EQ(util.vlrGetAddrinfo("none", "", texts, NI_NUMERICHOST), EAI_NONAME);
+    EXPECT_EQ(disabled.vlrGetAddrinfo("host", "", texts, NI_NUMERICHOST), -1);
+    addrinfo* list = nullptr;
+    EXPECT_EQ(util.vlrCreateAddrinfo("none", "", &list, false), EAI_NONAME);
+    EXPECT_EQ(util.vlrCreateAddrinfo("", "", &list, false), -1);
+    EXPECT_EQ(util.vlrCreateAddrinfo("host", "", nullptr, false), -1);
+    const char* peer = "fe80::1234:5678:9abc:def1%3";
+    EXPECT_EQ(util.vlrCompareAddressFromPeerAddress("host", "", peer), 1);
+    EXPECT_EQ(util.vlrCompareAddressFromPeerAddress("none", "", peer), 0);
+    EXPECT_EQ(disabled.vlrCompareAddressFromPeerAddress("host", "", peer), 0);
+    sockaddr* address = ipv4.ifa_addr;
+    EXPECT_EQ(util.vlrNetToString(address, NI_NUMERICHOST), "203.0.113.9");
+    EXPECT_EQ(util.vlrNetToString(address, 0) + util.vlrNetToString(nullptr, NI_NUMERICHOST), "");
+    EXPECT_EQ(disabled.vlrNetToString(address, NI_NUMERICHOST), "");
+    unsigned int scope = 7;
+    EXPECT_EQ(disabled.vlrGetScopeId("fe80::1", scope), 0);
+    fault_injection::FailNth failure(1, "getifaddrs");
+    const int found = util.vlrGetScopeId("fe80::1", scope);
+    failure.disarm();
+    EXPECT_EQ(std::pair(found, scope), std::pair(0, 7u));
 }
 
 }  // namespace

@@ -76,6 +76,8 @@ TEST_P(Connect, ReachesAListenerAndDoesNotJudgeARefusalDuringItsWait) {
     EXPECT_EQ(connect(refused, 5), 0);
     EXPECT_EQ(send(refused.get(), "x", 1, MSG_NOSIGNAL), -1);
     EXPECT_EQ(connect(client(), 0), -1);
+    EXPECT_EQ(connect(FileDescriptor(), 5), -1);
+    EXPECT_EQ(errno, EBADF);
 }
 
 TEST_P(Connect, WaitsAsLongAsToldButNotWithADescriptorTooLargeForSelect) {
@@ -116,7 +118,7 @@ TEST(Hosts, AreComparedByTextAndByResolving) {
     EXPECT_NE(util.vlrGetLocalIPAddressFromList("[::1];", "9", local, true, 0, 5), 0);
 }
 
-// The rest of the rules is held by the fuzz target, which compares each function with a plain model.
+// The fuzz target compares each function with a plain model.
 TEST(IPv6Text, IsRewritten) {
     const struct {
         std::string (*function)(std::string);
@@ -125,8 +127,15 @@ TEST(IPv6Text, IsRewritten) {
         {expandIPV6Address, "fe80::1%en0", "fe80:0:0:0:0:0:0:1"},
         {expandIPV6Address, "::ffff:10.1.2.3", "0:0:0:0:0:0:ffff:10.1.2.3"},
         {expandIPV6Address, "1::2::3", "1:0:0:0:0:2::3"},
+        {expandIPV6Address, "::", "0:0:0:0:0:0:0:0"},
+        {expandIPV6Address, "1:2:3:4:5:6:7::8", "1:2:3:4:5:6:7:8"},
+        {expandIPV6Address, "1:2%::", "1:2"},
+        {convertV6AddrToLiteralFormat, "10.1.2.3", "10.1.2.3"},
+        {convertV6AddrToLiteralFormat, "1.ipv6-literal.net:80", "1.ipv6-literal.net:80"},
         {convertV6AddrToLiteralFormat, "[fe80::1%en0]", "fe80--1.ipv6-literal.net"},
         {convertLiteralFormatToV6Addr, "[2001-db8--1s4.ipv6-literal.net]:80", "2001:db8::1"},
+        {convertLiteralFormatToV6Addr, "fe80--1.ipv6-literal.net.", "fe80::1"},
+        {convertLiteralFormatToV6Addr, "[a-host]", "a-host"},
     };
     for (const auto& [function, text, result] : table) {
         EXPECT_EQ(function(text), result) << text;
@@ -135,6 +144,12 @@ TEST(IPv6Text, IsRewritten) {
     // Numbers as strtoul reads them, with 32 bits; as many groups as the shorter text has.
     EXPECT_EQ(calculateSubNetAddrForV6("+1F:-1:123456789:zz:5", "fff0:ffffffff:ffffffff:ff"),
               "10:ffffffff:ffffffff:0");
+    EXPECT_EQ(
+        calculateSubNetAddrForV6(" \t0X1fa90AF::1G:1g:1@:1`:1/:1;: ", "0xfffffff:1:1:1:1:1:1:1:1"),
+        "1fa90af:0:1:1:1:1:1:1:0");
+    EXPECT_EQ(calculateSubNetAddrForV6("1", "") + calculateSubNetAddrForV6("", "1"), "");
+    EXPECT_EQ(noOfOccurences("1:2:3:4:5:6:7:8", ':', 9), 7);
+    EXPECT_EQ(noOfOccurences("1:2:3:4:5:6:7:8:", ':', 9), 9);
 }
 
 }  // namespace
