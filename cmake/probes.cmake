@@ -31,6 +31,7 @@ check_cxx_source_compiles("
 
 check_cxx_compiler_flag(-fno-plt VLRCOMN_HAVE_NO_PLT)
 check_linker_flag(CXX LINKER:-Bsymbolic-functions VLRCOMN_HAVE_SYMBOLIC_FUNCTIONS)
+check_linker_flag(CXX LINKER:-z,nodelete VLRCOMN_HAVE_NODELETE)
 
 configure_file(${CMAKE_CURRENT_LIST_DIR}/config.h.in
                ${PROJECT_BINARY_DIR}/generated/support/config.h)

@@ -6,17 +6,27 @@
  * library that exports "DllMain" is called after loading and before unloading; see #oruDllMain.
  *
  * Messages. A function with a message parameter stores there, before anything else, the address of a
- * static text of its own, which is empty on success and says what went wrong on failure. Every call
- * of that function writes the text anew, whichever thread calls it: another thread's call may change
- * the text while it is read, though a terminator always stands within its bounds. The addresses stay
- * valid for the life of the process.
+ * static text of its own, which is empty on success, whatever an entry point tried meanwhile, and says
+ * what went wrong on failure. Every call of that function writes the text anew, whichever thread calls
+ * it: another thread's call may change the text while it is read, though a terminator always stands
+ * within its bounds. The addresses stay valid for the life of the process.
  *
  * Thread safety: every function may be called from any thread. Loading and freeing take turns; while
  * an entry point runs, or a library's constructors or destructors do, other threads' loads and frees
- * wait for it. So an entry point must not wait for a thread that loads or frees, and a library that the
- * program opens with dlopen(3) itself must not load through this layer in a constructor: the loader's own
- * lock and this list's would wait for each other. Cancellation is held back while the list is in use: an
- * entry point is not cancelled in the middle.
+ * wait for it. So an entry point must not wait for a thread that loads or frees. **Loading or freeing in a
+ * constructor or destructor of any library can hang another thread**, and with it this one: the loader's
+ * own lock, held there, and this list's would wait for each other. Cancellation is held back while the
+ * list is in use: an entry point is not cancelled in the middle.
+ *
+ * After `fork` in a process with several threads only `exec` is safe in the child. No function here
+ * may be called from a signal handler.
+ *
+ * Unloading libvlrcomn itself, for example with the last plug-in that brought it: a thread of thread.h is
+ * seen to end a little before it has left the library's code. The shared library therefore stays in memory
+ * once it is loaded, where the linker can mark it so (`-z nodelete`: Linux). Elsewhere (Mac OS X), and in
+ * whatever is linked with the static library, what holds this code and has started a thread must not be
+ * unloaded: link it with the same mark, open it with RTLD_NODELETE, or never close it. A plug-in that gives
+ * its threads thread-local values with destructors has to stay likewise: they run after the end is seen.
  *
  * Usable from C11 and from C++17.
  */
@@ -41,13 +51,18 @@ extern "C" {
 /** Size of a message text in characters, terminator included. */
 #define ORU_LIBRARY_MESSAGE_SIZE 512
 
-/** Reason of an entry point's call: the library is about to be unloaded. */
+/** Reason of an entry point's call: the last reference to an entry is given back, and the library about to
+ * be unloaded unless something else holds it. */
 #define ORU_PROCESS_DETACH UINT32_C(0)
 /** Reason of an entry point's call: the library has just been loaded. */
 #define ORU_PROCESS_ATTACH UINT32_C(1)
 
 /**
  * Type of the function that a library may export as "DllMain".
+ *
+ * It is looked up as dlsym(3) looks: for a library without one that depends on a library with one
+ * that one is called, with the handle of the library that was loaded. It is called for each entry, so that a library that was
+ * loaded by two spellings of its path is attached twice, and stays loaded after the first detach.
  *
  * It must not load or free libraries through this layer: such a call fails at once as one that finds
  * the list locked. It may look up symbols and call oruDisableThreadLibraryCalls(), which finds the
@@ -63,7 +78,8 @@ extern "C" {
 typedef int (*oruDllMain)(void* module, uint32_t reason, void* reserved);
 
 /**
- * Type of the function that a library may export as "loadString" to serve its texts.
+ * Type of the function that a library may export as "loadString" to serve its texts. Like "DllMain" it is
+ * also found in the libraries that the module depends on.
  *
  * @param module the library's module handle.
  * @param id which text.
@@ -76,9 +92,10 @@ typedef int (*oruLoadStringFunction)(void* module, uint32_t id, void* buffer, in
 /**
  * Loads a library, or counts one more reference to a library that was loaded by the same path.
  *
- * Paths are compared byte by byte, so that two spellings of one file take two entries. A path of more
- * than 259 bytes is loaded, but no later load finds its entry again: each takes an entry of its own
- * (with the same module handle, of which oruFreeLibrary() releases one entry after the other).
+ * Paths are compared byte by byte, so that two spellings of one file take two entries, and the entry point
+ * is called for each (they have the same module handle, of which oruFreeLibrary() releases one entry after
+ * the other). A path of more than 259 bytes is loaded, but no later load finds its entry again: each takes
+ * an entry of its own.
  *
  * @param path as dlopen(3) takes it; symbols are bound lazily. Null is refused by the loading step.
  * @param message receives the address of this function's message text; may be null.
@@ -87,8 +104,9 @@ typedef int (*oruLoadStringFunction)(void* module, uint32_t id, void* buffer, in
  *   from an entry point, a constructor or a destructor of a library (EBUSY in the private error word);
  * - "library list full": 50 libraries are loaded (ENOMEM in the private error word);
  * - "out of memory" (ENOMEM in the private error word);
- * - "dllmain returned false": the entry point refused. The library stays in memory without an entry;
- *   the next load of the path calls the entry point again;
+ * - "dllmain returned false": the entry point refused. The library stays in memory for the life of the
+ *   process, without an entry; the next load of the path calls the entry point again, and freeing that
+ *   load does not unload the library;
  * - the loader's own words, at most 510 characters of them; empty for a null path.
  *
  * A failed load by the loader leaves the memory of one entry behind, by contract. A load that reaches the
@@ -102,14 +120,17 @@ VLRCOMN_API void* oruLoadLibrary(const char* path, const char** message);
  * @param path the wide path; null is refused like a null narrow path.
  * @param message receives the address of this function's own wide message text, at most 511
  * characters and a terminator; may be null, and is then not written.
- * @return as of oruLoadLibrary(), the messages likewise.
+ * @return as of oruLoadLibrary(), the messages likewise. A path with a character that UTF-8 cannot hold (a
+ * surrogate, a number above U+10FFFF) is refused: null, "path has no form in UTF-8", EINVAL in the private
+ * error word. Here "out of memory" also stands for a path too long to be converted.
  */
 VLRCOMN_API void* oruLoadLibraryW(const wchar_t* path, const wchar_t** message);
 
 /**
  * Looks a symbol up in a module.
  *
- * @param module a module handle; null names no module, also where dlsym(3) searches the whole program.
+ * @param module a module handle that has not been freed (what the loader does with another is undefined);
+ * null names no module, also where dlsym(3) searches the whole program.
  * @param name the symbol's name.
  * @param message receives the address of this function's message text; may be null.
  * @return the symbol's address, or null with the loader's words, at most 510 characters. A symbol
@@ -119,7 +140,8 @@ VLRCOMN_API void* oruGetProcAddress(void* module, const char* name, const char**
 
 /**
  * Gives one reference back; with the last one the entry point is called with #ORU_PROCESS_DETACH and
- * the library is unloaded.
+ * the library is unloaded, unless another entry, a dependant or the program itself holds it. Afterwards
+ * neither the handle may be asked for symbols or texts nor an address out of the library be used.
  *
  * @param module a module handle of oruLoadLibrary(); with two entries for one module the lower slot.
  * @return 1, or 0: the module has no entry (EINVAL in the private error word), the list is locked as
@@ -131,7 +153,8 @@ VLRCOMN_API int oruFreeLibrary(void* module);
 /**
  * Asks a module for one of its texts: calls its "loadString" with the same four arguments.
  *
- * @param module a module handle; of the four only this one is looked at here, and null gives 0.
+ * @param module a module handle that has not been freed; of the four only this one is looked at here, and
+ * null gives 0.
  * @param id which text.
  * @param buffer room for `size` characters of whatever kind of text the module serves.
  * @param size room in `buffer`, in characters.

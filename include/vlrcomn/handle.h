@@ -5,6 +5,9 @@
  * A handle stands for an open file, an event, a thread or a mutex. The functions that make handles
  * are in file.h, sync.h and thread.h; every handle is given back with oruCloseHandle().
  *
+ * After `fork` in a process with several threads only `exec` is safe in the child. No function here
+ * may be called from a signal handler.
+ *
  * Usable from C11 and from C++17.
  */
 #ifndef VLRCOMN_HANDLE_H
@@ -81,7 +84,9 @@ VLRCOMN_API int oruCloseHandle(oruHandle handle);
  *
  * The layer keeps `errno` through its own clean-up, so a call right after a failed layer call tells
  * the cause of a failed system call. Refused arguments do not show here: they leave `errno` alone
- * unless the function in question says otherwise.
+ * unless the function in question says otherwise. Nor do the thread calls of the system that fail without
+ * `errno`: after a thread that was not started, or a lock that could not be made or taken, the code is that
+ * of something earlier.
  *
  * @return one of the ORU_ERROR_ codes. `errno` is not changed.
  */

@@ -13,9 +13,14 @@
  * LogInSystemLog(SyslogError, "[QEL]", "%s", text);  // right
  * @endcode
  *
- * Thread safety: the library holds no lock here. The C library's log is one for the process:
- * messages of several threads arrive whole, but one may carry the tag of another that is being
- * written at the same time.
+ * Thread safety: every function may be called from any thread. The C library's log is one for the process,
+ * so that a message takes its turn: it may wait until another thread's is written, and keeps its own tag. A
+ * thread that calls syslog(3) itself takes no part in that: its messages may carry a tag given here, or one
+ * of these the program's name. Cancellation is held back until the message is written.
+ *
+ * No function here may be called from a signal handler, where it could wait for the thread that it
+ * interrupted. In the child of a `fork` a message may wait for ever for one that another thread was writing:
+ * after `fork` in a process with several threads only `exec` is safe.
  *
  * Lifetime of a tag: the C library keeps the pointer, not the text. A tag must therefore outlive
  * every use of the log by the process; use literals.

@@ -16,6 +16,8 @@ using qel::support::CancellationOff;
 
 namespace {
 
+constexpr const char out_of_memory[] = "out of memory";
+
 SharedMessage<char> load_message;
 SharedMessage<wchar_t> wide_load_message;
 
@@ -28,7 +30,7 @@ void* load_into(LibraryEntry** slot, const char* path, LocalMessage& message) {
     std::unique_ptr<LibraryEntry> entry(new (std::nothrow) LibraryEntry{});
     if (!entry) {
         note_error(ENOMEM);
-        set_message(message, "out of memory");
+        set_message(message, out_of_memory);
         return nullptr;
     }
     if (load_shared_object_image(&entry->module, path, message) != 1) {
@@ -69,13 +71,29 @@ void* load(const char* path, LocalMessage& message) {
     return load_into(slot, path, message);
 }
 
-// oruLoadLibrary() whose message is also left in the caller's own buffer.
+// oruLoadLibrary() whose message is also left in the caller's own buffer. The text is written after the load
+// also when there is nothing to say: an entry point may have tried to load meanwhile.
 void* load_and_tell(const char* path, LocalMessage& message) {
     void* const module = load(path, message);
-    if (message[0] != '\0') {
-        load_message.set(message, std::strlen(message));
-    }
+    load_message.set(message, std::strlen(message));
     return module;
+}
+
+bool has_narrow_form(wchar_t character) {
+    const wchar_t text[] = {character, L'\0'};
+    char narrow[8];
+    const uint32_t size = sizeof narrow;
+    return orumcomn_unicode_to_utf8(text, narrow, &size) == ORU_SUCCESS && narrow[0] != '\0';
+}
+
+// Why a wide path cannot be loaded by what it was converted to; 0 when it can. The conversion ends at the first
+// character that UTF-8 cannot hold, and the beginning of a path may name another library.
+int conversion_error(const wchar_t* path, const std::string& narrow) {
+    const std::wstring back = qel::orumcomn_ansi_to_wide(narrow);
+    if (back == path) {
+        return 0;
+    }
+    return back.empty() && has_narrow_form(*path) ? ENOMEM : EINVAL;
 }
 
 // The same by a wide path.
@@ -85,9 +103,9 @@ void* load_wide(const wchar_t* path, LocalMessage& message) {
     }
     const std::string narrow =
         qel::support::or_failure(std::string(), [=] { return qel::orumcomn_wide_to_ansi(path); });
-    if (narrow.empty() && *path != L'\0') {  // the loader takes an empty path for the program
-        note_error(ENOMEM);
-        set_message(message, "out of memory");
+    if (const int error = conversion_error(path, narrow)) {
+        note_error(error);
+        set_message(message, error == ENOMEM ? out_of_memory : "path has no form in UTF-8");
         return nullptr;
     }
     return load_and_tell(narrow.c_str(), message);
@@ -112,12 +130,13 @@ void* oruLoadLibraryW(const wchar_t* path, const wchar_t** message) {
     load_message.clear();
     LocalMessage local = "";
     void* const module = load_wide(path, local);
-    if (message != nullptr && local[0] != '\0') {
-        qel::support::contained([&] {
-            const std::wstring wide = qel::orumcomn_ansi_to_wide(local);
-            wide_load_message.set(wide.data(), wide.size());
-        });
+    if (message == nullptr) {
+        local[0] = '\0';  // who does not ask is not told
     }
+    qel::support::contained([&] {
+        const std::wstring wide = qel::orumcomn_ansi_to_wide(local);
+        wide_load_message.set(wide.data(), wide.size());
+    });
     return module;
 }
 

@@ -29,14 +29,13 @@ class SharedMessage {
 public:
     const Character* text() const { return text_; }
 
-    // Most calls succeed and find an empty text: that costs one load.
-    void clear() {
-        if (filled_.load(std::memory_order_relaxed)) {
-            set(&terminator, 0);
-        }
-    }
+    void clear() { set(&terminator, 0); }
 
+    // Most calls succeed and find an empty text: that costs one load.
     void set(const Character* from, size_t length) {
+        if (length == 0 && !filled_.load(std::memory_order_relaxed)) {
+            return;
+        }
         const support::MutexGuard lock(mutex_);
         const size_t kept = std::min(length, size_t{ORU_LIBRARY_MESSAGE_SIZE - 1});
         std::copy_n(from, kept, text_);

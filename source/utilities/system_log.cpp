@@ -1,5 +1,6 @@
 #include "vlrcomn/system_log.h"
 
+#include <pthread.h>
 #include <syslog.h>
 
 #include <cerrno>
@@ -12,6 +13,10 @@ namespace {
 
 // The C library keeps the pointer beyond the call.
 constexpr const char default_tag[] = "[QEL]";
+
+// The C library has one tag for the process: held from the opening of the log to its closing, so that no other
+// message changes it in between.
+pthread_mutex_t one_message = PTHREAD_MUTEX_INITIALIZER;
 
 int system_level(SyslogPriority priority) {
     switch (priority) {
@@ -33,8 +38,10 @@ int vLogInSystemLog(int level, const char* ident, const char* format, std::va_li
     if (format == nullptr) {
         return 1;
     }
-    support::ErrnoKeeper keeper;
+    const support::ErrnoKeeper keeper;
     const int error = errno;
+    const support::CancellationOff cancellation_off;
+    const support::MutexGuard lock(one_message);
     openlog(ident, LOG_CONS | LOG_NDELAY, LOG_USER);
     errno = error;  // what "%m" stands for
     vsyslog(level, format, arguments);

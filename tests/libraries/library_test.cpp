@@ -99,6 +99,14 @@ TEST_F(Libraries, SaysWhyItFails) {
     const wchar_t* wide_message = nullptr;
     EXPECT_EQ(oruLoadLibraryW(L"/nowhere/\u00e4\u20ac", &wide_message), nullptr);
     EXPECT_THAT(std::wstring(wide_message), HasSubstr(L"/nowhere/\u00e4\u20ac"));
+    const std::wstring wide(library.begin(), library.end());
+    const wchar_t surrogate = 0xD800;
+    for (const std::wstring& path : {wide + surrogate, surrogate + wide}) {
+        EXPECT_EQ(oruLoadLibraryW(path.c_str(), &wide_message), nullptr)
+            << "what its beginning names";
+        EXPECT_STREQ(wide_message, L"path has no form in UTF-8");
+        EXPECT_EQ(nErrno.exchange(0), static_cast<uint32_t>(EINVAL));
+    }
 }
 
 TEST_F(Libraries, SymbolsAndStrings) {
@@ -137,8 +145,11 @@ TEST_F(Libraries, FiftyFillTheList) {
 // Nothing hangs, though the list is held while they run.
 TEST_F(Libraries, EntryPointsAndConstructorsFindTheListLocked) {
     int calls = 0;
+    const wchar_t* wide_message = nullptr;
     called = [&](void* module, uint32_t reason) {
         ++calls;
+        EXPECT_EQ(oruLoadLibraryW(L"x", &wide_message), nullptr);
+        EXPECT_STREQ(wide_message, L"locked");
         EXPECT_EQ(load(library), nullptr);
         EXPECT_STREQ(message_, "locked");
         EXPECT_EQ(nErrno, EBUSY);
@@ -150,8 +161,15 @@ TEST_F(Libraries, EntryPointsAndConstructorsFindTheListLocked) {
         }
         return 1;
     };
-    EXPECT_EQ(oruFreeLibrary(load(library)), 1);
-    EXPECT_EQ(calls, 4);
+    void* module = load(library);
+    EXPECT_STREQ(message_, "") << "the load itself succeeded";
+    EXPECT_EQ(oruFreeLibrary(module), 1);
+    const std::wstring wide(library.begin(), library.end());
+    module = oruLoadLibraryW(wide.c_str(), nullptr);
+    EXPECT_STREQ(message_, "");
+    EXPECT_STREQ(wide_message, L"");
+    EXPECT_EQ(oruFreeLibrary(module), 1);
+    EXPECT_EQ(calls, 8);
 }
 
 TEST_F(Libraries, LoadedAndFreedInParallel) {

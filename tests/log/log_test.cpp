@@ -6,6 +6,11 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <map>
+#include <mutex>
+#include <sstream>
+#include <thread>
+#include <vector>
 
 #include "vlrcomn/signal_handler.h"
 #include "vlrcomn/system_log.h"
@@ -17,20 +22,31 @@ using namespace velora_com::qel;
 
 static std::string logged;
 
+// Each call is whole, and another thread or a cancellation may come after it, as in the C library.
+static void append(const std::string& words) {
+    static std::mutex mutex;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        logged += words;
+    }
+    std::this_thread::yield();
+    pthread_testcancel();
+}
+
 extern "C" {
 void __wrap_openlog(const char* tag, int options, int facility) {
     errno = ENOTCONN;
     const bool usual = options == (LOG_CONS | LOG_NDELAY) && facility == LOG_USER;
-    logged += std::string(usual ? "open " : "open wrongly ") + tag + "; ";
+    append(std::string(usual ? "open " : "open wrongly ") + tag + "; ");
 }
 void __wrap_vsyslog(int level, const char* format, va_list arguments) {
     char text[200];
     std::vsnprintf(text, sizeof text, format, arguments);
-    logged += std::to_string(level) + " " + text + "; ";
+    append(std::to_string(level) + " " + text + "; ");
 }
 void __wrap_closelog() {
     errno = ENOTCONN;
-    logged += "close\n";
+    append("close\n");
 }
 }
 
@@ -48,6 +64,32 @@ TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
               "open tag; 4 text-5; close\n"
               "open [QEL]; 3 No such file or directory 1; close\n"
               "open [QEL]; 6 i; close\n");
+}
+
+TEST(SystemLog, AMessageKeepsItsTag) {
+    logged.clear();
+    std::vector<std::thread> threads;
+    for (const char* const name : {"a", "b", "c", "d"}) {
+        threads.emplace_back([name] {
+            for (int i = 0; i < 200; ++i) {
+                LogInSystemLog(SyslogInfo, name, "of %s", name);
+            }
+            pthread_cancel(pthread_self());  // no message is left half written
+            LogInSystemLog(SyslogInfo, name, "of %s", name);
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    std::istringstream lines(logged);
+    std::map<std::string, int> count;
+    for (std::string line; std::getline(lines, line);) {
+        ++count[line];
+    }
+    for (const char* const name : {"a", "b", "c", "d"}) {
+        EXPECT_EQ(count[std::string("open ") + name + "; 6 of " + name + "; close"], 201);
+    }
+    EXPECT_EQ(count.size(), 4u);
 }
 
 TEST(SignalLoop, DispatchesUntilASignalWithoutCallback) {
