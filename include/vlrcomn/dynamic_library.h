@@ -60,9 +60,10 @@ extern "C" {
 /**
  * Type of the function that a library may export as "DllMain".
  *
- * It is looked up as dlsym(3) looks: for a library without one that depends on a library with one
- * that one is called, with the handle of the library that was loaded. It is called for each entry, so that a library that was
- * loaded by two spellings of its path is attached twice, and stays loaded after the first detach.
+ * It is looked up as dlsym(3) looks: for a library without one that depends on a library with one that
+ * one is called, with the handle of the library that was loaded. It is called for each entry, so that a
+ * library that was loaded by two spellings of its path is attached twice, and stays loaded after the first
+ * detach.
  *
  * It must not load or free libraries through this layer: such a call fails at once as one that finds
  * the list locked. It may look up symbols and call oruDisableThreadLibraryCalls(), which finds the

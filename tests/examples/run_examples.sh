@@ -20,6 +20,7 @@ loaded=$'plug-in: loaded\n' unloaded=$'plug-in: unloaded'
 expect "$(uname -n | cut -d. -f1): ?*" ./hello
 expect $'job 1\njob 2\njob 3\nstopped after 3' ./worker
 expect 'first 1000, second 1000' ./table
+expect $'nobody plays\ncaught 4\nboth have ended' ./from_win32
 expect "$loaded$unloaded"$'\nhost: version 000100040000001b\n'"${loaded}plug-in: enforcing update.policy"$'\n'"$unloaded" \
     ./plugin_host ./plugin.so
 refuses 'none: no plug-in' ./plugin_host "$work/none"
