@@ -78,6 +78,7 @@ TEST_P(Connect, ReachesAListenerAndDoesNotJudgeARefusalDuringItsWait) {
     EXPECT_EQ(connect(client(), 0), -1);
     EXPECT_EQ(connect(FileDescriptor(), 5), -1);
     EXPECT_EQ(errno, EBADF);
+    EXPECT_EQ(connect(FileDescriptor(open("/dev/null", O_WRONLY)), 5), -1) << "no socket";
 }
 
 TEST_P(Connect, WaitsAsLongAsToldButNotWithADescriptorTooLargeForSelect) {
