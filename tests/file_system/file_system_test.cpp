@@ -70,6 +70,10 @@ TEST_F(FileSystem, OnlyWhatEndsInASlashIsMade) {
     }
     orumcomn_MakeRecursiveDirectoryW(L"wide/\x1e4/");
     orumcomn_MakeRecursiveDirectoryW(L"first/z\x100/z/");
+    const std::wstring long_wide = std::wstring(259, L'l') + L'/';
+    EXPECT_EQ(orumcomn_MakeRecursiveDirectoryW(long_wide.c_str()), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_MakeRecursiveDirectoryW(nullptr), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_MakeRecursiveDirectoryA(nullptr), ORU_FAILURE);
     std::set<fs::path> made;
     for (const auto& entry : fs::recursive_directory_iterator(".")) {
         made.insert(fs::relative(entry));
@@ -91,7 +95,11 @@ TEST_F(FileSystem, TellsFoldersAndSizes) {
     EXPECT_EQ(orFolderExists(""), 0);
     EXPECT_DEATH(orFolderExists(nullptr),
                  assertion_message("\\.\\./source/orufio", "190", "orFolderExists", "lpszFolder"));
-    uint32_t size;
+    uint32_t size = 77;
+    EXPECT_EQ(orumcomn_get_file_sizeA(to_.c_str(), &size), ORU_FAILURE);
+    EXPECT_EQ(size, 0u);
+    EXPECT_EQ(orumcomn_get_file_sizeA(nullptr, &size), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_get_file_sizeA(to_.c_str(), nullptr), ORU_FAILURE);
     fs::resize_file(source_, 0x100000004);
     EXPECT_TRUE(orumcomn_get_file_sizeA(source_.c_str(), &size) == ORU_SUCCESS && size == 4);
 }
@@ -101,6 +109,8 @@ TEST(GuidText, IsBracedUpperCaseAndCutToItsRoom) {
     std::string text(64, 'x');
     EXPECT_TRUE(orumcomn_create_guid(nullptr, text.data(), 5));
     EXPECT_EQ(text.find_first_of(std::string("x\0", 2)), 5u) << "cut without a terminator";
+    EXPECT_FALSE(orumcomn_create_guid(&guid, nullptr, 1));
+    EXPECT_TRUE(orumcomn_create_guid(&guid, nullptr, 0));
     ASSERT_TRUE(orumcomn_create_guid(&guid, text.data(), 63));
     EXPECT_THAT(text.c_str(), testing::MatchesRegex("\\{[0-9A-F-]{36}\\}"));
     EXPECT_EQ(std::stoul(text.substr(1, 8), nullptr, 16), guid.Data1);

@@ -95,6 +95,9 @@ TEST_F(Files, ReadsWritesAndMovesTheirPosition) {
     EXPECT_FALSE(is_there(name));
     EXPECT_EQ(orCreateFile("", ORU_ACCESS_READ, 0, ORU_OPEN_EXISTING, 0, &file), ORU_FAILURE);
     EXPECT_EQ(file, nullptr);
+    EXPECT_EQ(orCreateFile(name.c_str(), ORU_ACCESS_WRITE, 0, ORU_CREATE_NEW, 0, nullptr),
+              ORU_FAILURE);
+    EXPECT_FALSE(is_there(name));
 }
 
 TEST_F(Files, SizesAndPositionsPastFourGigabytesShowTheirLowWord) {
@@ -122,7 +125,15 @@ TEST_F(Files, HandlesThatAreNoFilesAreRefused) {
         EXPECT_EQ(oruGetFileSize(no_file, &count_), ORU_INVALID_SIZE);
         EXPECT_EQ(oruSetFilePointer(no_file, 0, nullptr, 0), ORU_INVALID_SIZE);
         EXPECT_EQ(oruSetEndOfFile(no_file), 0);
+        orFile object = {nullptr, no_file};
+        for (orFile* const file : {&object, static_cast<orFile*>(nullptr)}) {
+            EXPECT_EQ(orReadFile(file, buffer_, 1, &count_), ORU_FAILURE);
+            EXPECT_EQ(orWriteFile(file, buffer_, 1, &count_), ORU_FAILURE);
+            EXPECT_EQ(orGetFileSize(file, &count_), ORU_FAILURE);
+        }
+        EXPECT_EQ(orGetFileSize(&object, nullptr), ORU_FAILURE);
     }
+    EXPECT_EQ(orCloseFile(nullptr), ORU_SUCCESS);
     EXPECT_EQ(oruCloseHandle(event), 1);
 }
 
@@ -151,6 +162,14 @@ TEST_F(Files, ByName) {
     EXPECT_EQ(oruCopyFile(from.c_str(), to.c_str(), 2), 1) << "a flag of 2 is no flag";
     EXPECT_EQ(oruMoveFile(to.c_str(), from.c_str()), 1);
     EXPECT_EQ(contents_of(from), "text");
+    EXPECT_EQ(oruMoveFile(to.c_str(), from.c_str()), 0);
+    EXPECT_EQ(errno, ENOENT);
+    EXPECT_EQ(oruMoveFile(from.c_str(), nullptr) + oruMoveFile(nullptr, to.c_str()), 0);
+    EXPECT_EQ(errno, EINVAL);
+    EXPECT_EQ(oruCopyFile(from.c_str(), nullptr, 0) + oruCopyFile(nullptr, to.c_str(), 0), 0);
+    EXPECT_EQ(oruSetFileAttributes(from.c_str(), 1), 1);
+    EXPECT_EQ(oruGetFileVersionInfo(from.c_str(), 0, 0, nullptr), 0);
+    EXPECT_EQ(oruVerQueryValue(nullptr, "", nullptr, nullptr), 0);
 
     const int lowest_free = open("/", O_RDONLY);
     close(lowest_free);
@@ -162,6 +181,8 @@ TEST_F(Files, ByName) {
     EXPECT_EQ(oruGetTempFileName(folder_.path().c_str(), nullptr, 42, name.data()), 42u);
     EXPECT_EQ(fcntl(lowest_free, F_GETFD), -1) << "left open";
     EXPECT_EQ(oruGetTempFileName((folder_ / "missing").c_str(), "", 7, buffer_), 0u);
+    EXPECT_EQ(oruGetTempFileName(nullptr, "", 7, buffer_), 0u);
+    EXPECT_EQ(oruGetTempFileName(folder_.path().c_str(), "", 7, nullptr), 0u);
 }
 
 #if defined(FAULT_INJECTION)

@@ -79,6 +79,27 @@ TEST_F(Search, FillsTheRecordFromTheStatus) {
     EXPECT_EQ(found(directory + "//////l").size(), 0u) << "more than 259 bytes of directory";
 }
 
+// From a caller's own reading of a directory.
+TEST_F(Search, FillsTheRecordOfAnyEntry) {
+    folder_.write("file", "12345");
+    dirent entry{};
+    std::strcpy(entry.d_name, "file");
+    std::memset(&data_, 0x55, sizeof data_);
+    EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, (folder_ / "").c_str()), &data_);
+    const oruFindData& record = first(folder_ / "file");
+    EXPECT_TRUE(record.size == 5 && std::memcmp(&record, &data_, sizeof data_) == 0);
+    EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, folder_.path().c_str())->size, 0u)
+        << "joined as it is";
+    const fs::path before = fs::current_path();
+    fs::current_path(folder_.path());
+    EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, ".")->size, 5u);
+    EXPECT_THAT(found("fil"), ElementsAre("file"));
+    fs::current_path(before);
+    EXPECT_EQ(oruSetFindDataDirEnt(nullptr, &entry, "."), nullptr);
+    EXPECT_EQ(oruSetFindDataDirEnt(&data_, nullptr, "."), nullptr);
+    EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, nullptr), nullptr);
+}
+
 TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
     const std::string path = folder_ / "";
     for (intptr_t expected = 1; expected <= ORU_MAX_SEARCHES; ++expected) {
@@ -89,8 +110,12 @@ TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
     EXPECT_EQ(nErrno, EAGAIN);
     EXPECT_EQ(oruFindCloseDirEnt(7), 1);
     EXPECT_EQ(orumcomn_findfirstA(path.c_str(), &data_), 7);
+    EXPECT_EQ(orumcomn_findfirstA(path.c_str(), &data_), 0);
+    EXPECT_TRUE(orumcomn_findnextA(7, &data_));
+    EXPECT_FALSE(orumcomn_findnextA(7, &data_)) << "the folder is empty";
     for (intptr_t search = 1; search <= ORU_MAX_SEARCHES; ++search) {
-        EXPECT_EQ(oruFindCloseDirEnt(search), 1);
+        EXPECT_EQ(oruFindNextDirEnt(search, nullptr), 0);
+        EXPECT_EQ(orumcomn_findclose(search), 1);
     }
     for (const intptr_t handle : {0, -1, 51, 1}) {
         nErrno = 0;
@@ -119,7 +144,25 @@ TEST_F(Search, ThreadsShareTheSlots) {
     }
 }
 
-// fuzz/files holds every text against a model. Trying every way through these would never end.
+// fuzz/files holds every text against a model.
+TEST(Wildcard, DecidesByteByByte) {
+    const struct {
+        const char *pattern, *name;
+        int expected;  // 0 for a match
+    } cases[] = {
+        {nullptr, "a", 0},       {"", nullptr, 0},     {"abc", "abcdef", 0}, {"abc", "ab", 1},
+        {"abc", "aBc", 1},       {"a?c", "ab", 1},     {"a?c", "a?c", 0},    {"?", "", 1},
+        {"*.txt", "a.txt", 0},   {"*.txt", "a.tx", 1}, {"a*x", "a", 0},      {"a*x", "ay", 1},
+        {"*b?d*f", "abcbcd", 0}, {"*?b", "aab", 0},    {"*?b", "b", 1},      {"*ab*b", "aabab", 0},
+        {"*a*b", "xa", 0},       {"*a*b", "xac", 1},   {"**", "a", 0},       {"*c", "ab", 1},
+    };
+    for (const auto& [pattern, name, expected] : cases) {
+        EXPECT_EQ(oruWildCardMatch(pattern, name), expected)
+            << (pattern ? pattern : "") << ' ' << name;
+    }
+}
+
+// Trying every way through these would never end.
 TEST(Wildcard, ManyStarsAndLongTextsCostLittle) {
     const std::string long_name = std::string(1 << 20, 'a') + 'c';
     EXPECT_EQ(oruWildCardMatch("*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", long_name.c_str()), 1);

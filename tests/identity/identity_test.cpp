@@ -27,6 +27,10 @@ TEST(VersionStamp, FailsWithACleanBufferAndNothingLoaded) {
         EXPECT_EQ(text, std::string(8, '\0') + 'x') << path;
         EXPECT_EQ(dlopen(path, RTLD_LAZY | RTLD_NOLOAD), nullptr) << path;
     }
+    char text = 'x';
+    EXPECT_EQ(orumcomn_GetFileResourceVersionStamp(nullptr, &text, 1), 0);
+    EXPECT_EQ(text, '\0');
+    EXPECT_EQ(orumcomn_GetFileResourceVersionStamp(PLUGIN_GOOD, nullptr, 1), 0);
 }
 
 TEST(SoftwareId, FollowsTheSize) {
@@ -52,6 +56,8 @@ TEST(DiskSpace, WrapsAndExtendsTheSign) {
         EXPECT_EQ(orumcomn_get_disk_free_spaceA("/", &space), ORU_SUCCESS);
         EXPECT_EQ(space, expected);
     }
+    EXPECT_EQ(orumcomn_get_disk_free_spaceA(nullptr, &space), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_get_disk_free_spaceA("/", nullptr), ORU_FAILURE);
     script() = {};
     EXPECT_EQ(orumcomn_get_disk_free_spaceA("/", &space), ORU_FAILURE);
     EXPECT_EQ(space, 4096000U);
@@ -73,7 +79,12 @@ TEST(PlatformMatch, DecidesOnNamesAndRanges) {
         {"MAC:1:0:65536", "MAC:1:1:0-1:1:0", 0},
         {"MAC:65535:-1:65535", "MAC:0", 0},
         {"MAC:0:0:99999999999999999999", "MAC:0:0:2147483647-0:0:2147483647", 0},
+        {"MAC:+7: 8", "MAC:7:8-7:8", 0},
+        {"MAC:x", "MAC:1-:", 1},
+        {"MAC:10:4:10", "MAC:10:4:0-10:4:10", 0},
+        {"MAC:10:4:11", "|MAC:10:4:0-10:4:10|", 1},
         {longest, longest + " ", 0},
+        {longest + " M", "M", ORU_FAILURE},
         {longest + "M", "M", ORU_FAILURE},
     };
     for (const auto& [platform, list, expected] : cases) {

@@ -6,10 +6,12 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <deque>
 #include <map>
 #include <mutex>
 #include <sstream>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include "vlrcomn/signal_handler.h"
@@ -21,6 +23,7 @@
 using namespace velora_com::qel;
 
 static std::string logged;
+static std::deque<std::pair<int, int>> waits;  // what sigwait gives next: its result, the signal
 
 // Each call is whole, and another thread or a cancellation may come after it, as in the C library.
 static void append(const std::string& words) {
@@ -47,6 +50,17 @@ void __wrap_vsyslog(int level, const char* format, va_list arguments) {
 void __wrap_closelog() {
     errno = ENOTCONN;
     append("close\n");
+}
+int __real_sigwait(const sigset_t* set, int* signal);
+int __wrap_sigwait(const sigset_t* set, int* signal) {
+    if (waits.empty()) {
+        return __real_sigwait(set, signal);
+    }
+    int result;
+    std::tie(result, *signal) = waits.front();
+    waits.pop_front();
+    errno = EINTR;
+    return result;
 }
 }
 
@@ -116,6 +130,20 @@ TEST(SignalLoop, DispatchesUntilASignalWithoutCallback) {
     EXPECT_TRUE(blocked(SIGHUP) && !blocked(SIGTERM)) << "the set and nothing else";
     signals.addSignalToBlock(SIGINT);
     EXPECT_TRUE(blocked(SIGUSR1) && blocked(SIGINT)) << "it stayed one of the set";
+}
+
+TEST(SignalLoop, PassesOverWhatIsNoSignalOfTheSet) {
+    SignalHandler signals;
+    signals.addSignalToBlock(SIGTERM);
+    waits = {{EINVAL, 0}, {-1, 0}, {0, SIGHUP}, {0, -1}, {0, SIGTERM}};
+    logged.clear();
+    signals();
+    EXPECT_EQ(logged,
+              "open [QEL]; 6 Error (22) occurred waiting for signal ... ignoring.; close\n"
+              "open [QEL]; 6 Error (4) occurred waiting for signal ... ignoring.; close\n"
+              "open [QEL]; 6 QEL received unknown signal ... ignoring.; close\n"
+              "open [QEL]; 6 QEL received invalid signal ... ignoring.; close\n"
+              "open [QEL]; 6 Received signal to stop QEL.; close\n");
 }
 
 }  // namespace

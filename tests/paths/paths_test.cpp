@@ -56,11 +56,12 @@ TEST_F(Paths, ResolvesToRegularFilesOnly) {
     link("../file", "sub/up");
     link(root_ + "/sub/up", "twice");
     link("sub", "folder");
+    link("/..", "above");
     EXPECT_EQ(resolved("up"), file_);
     EXPECT_EQ(resolved(root_ + "/twice"), file_) << "against the link's folder";
     // A link above the last component is the system's affair.
     EXPECT_EQ(resolved(root_ + "/folder/deep/../up"), file_);
-    for (const char* name : {"", "/folder", "/missing", "/.."}) {
+    for (const char* name : {"", "/folder", "/missing", "/above", "/.."}) {
         EXPECT_EQ(resolved(root_ + name), "untold") << name;
     }
     EXPECT_EQ(resolved(file_ + std::string("\0x", 2)), "untold");
@@ -102,6 +103,10 @@ TEST_F(Paths, ServesCCallersWhateverFails) {
         return told;
     };
     EXPECT_EQ(fault_injection::walk_failures(create, release).tolerated, 0);
+    EXPECT_EQ(orumcomn_filenameresolver_create(nullptr, &handle), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_filenameresolver_create(start.c_str(), nullptr), ORU_FAILURE);
+    EXPECT_EQ(get(nullptr, buffer, &size), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_filenameresolver_destroy(nullptr), ORU_SUCCESS);
 }
 
 }  // namespace

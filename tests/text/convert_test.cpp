@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <limits>
 
 #include "vlrcomn/convert.h"
 #include "vlrcomn/time_text.h"
@@ -21,11 +22,27 @@ TEST(NumberText, ByRadixAndBack) {
     EXPECT_EQ(oruAtoi64("-1"), -29) << "every byte counts as a digit";
     EXPECT_EQ(oruAtoi64("\xFF"), -49) << "a byte is signed on every host";
     EXPECT_EQ(oruTtoi64("18446744073709551617"), 1);
+    EXPECT_STREQ(oruUltot(UINT32_MAX, text, 16), "ffffffff");
+    EXPECT_STREQ(oruItoa(-1, text, 8), "37777777777");
+    EXPECT_TRUE(oruItoa(1, nullptr, 10) == nullptr && oruAtoi64(nullptr) == 0);
+    constexpr long lowest = std::numeric_limits<long>::min();
+    EXPECT_EQ(orumcomn_long_to_ansi_string(lowest), std::to_string(lowest));
+    EXPECT_EQ(orumcomn_long_to_wide_string(-1234567), L"-1234567");
+}
+
+TEST(Tokenizer, PartsATextInPlaceByChangingDelimiters) {
+    char text[] = ":;a:b;;c";
+    char* save = nullptr;
+    EXPECT_STREQ(oruTstrtok_r(text, ";:", &save), "a");
+    EXPECT_STREQ(oruTstrtok_r(nullptr, ";", &save), "b");
+    EXPECT_STREQ(oruTstrtok_r(nullptr, ";:", &save), "c");
+    EXPECT_EQ(oruTstrtok_r(nullptr, ";:", &save), nullptr);
 }
 
 TEST(LocaleText, TheLocaleDecidesTheEncoding) {
     char narrow[16] = {};
     EXPECT_EQ(oruStandardUtoA(L"\u20AC", sizeof narrow, narrow), 0U);
+    EXPECT_EQ(oruStandardUtoA(nullptr, sizeof narrow, narrow), 0U);
     if (std::setlocale(LC_CTYPE, "C.UTF-8") == nullptr) {
         GTEST_SKIP() << "no UTF-8 locale";
     }
@@ -42,13 +59,21 @@ TEST(LocaleText, TheLocaleDecidesTheEncoding) {
 
 // fuzz/text holds every conversion against iconv, on hosts that have fuzzers.
 TEST(Utf8, StopsBeforeTheFirstFault) {
-    EXPECT_EQ(orumcomn_wide_to_ansi(L"\x80\u20AC\xFFFF"), "\xC2\x80\xE2\x82\xAC\xEF\xBF\xBF");
-    EXPECT_EQ(orumcomn_wide_to_ansi(L"A\xD800Z"), "A");
-    EXPECT_EQ(orumcomn_wide_to_ansi(L"A\x110000Z"), "A");
+    // The ends of every length, with and behind eight letters, which are copied at once.
+    const std::wstring wide = L"ABCDEFGH\x7F\x80\x7FF\x800\xD7FF\xE000\xFFFF\x10000\x10FFFF";
+    const std::string narrow =
+        "ABCDEFGH\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80"
+        "\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF";
+    EXPECT_EQ(orumcomn::wide_to_ansi(wide), narrow);
+    EXPECT_EQ(orumcomn::ansi_to_wide(narrow), wide);
+    for (const wchar_t fault : {0xD800, 0xDFFF, 0x110000}) {
+        EXPECT_EQ(orumcomn_wide_to_ansi(wide + fault + L"Z"), narrow) << std::hex << +fault;
+    }
     for (const std::string fault :
-         {"\x80", "\xC0\x80", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xE2\x82"}) {
-        // Past eight letters, which are copied at once.
-        EXPECT_EQ(orumcomn_ansi_to_wide("ABCDEFGHI\xC3\xA4" + fault + "Z"), L"ABCDEFGHI\xE4");
+         {"\x80", "\xC1\xBF", "\xC3\x41", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xED\xBF\xBF",
+          "\xE2\x82", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80"}) {
+        EXPECT_EQ(orumcomn_ansi_to_wide(narrow + fault + "Z"), wide);
+        EXPECT_EQ(orumcomn_ansi_to_wide(fault), L"") << "also at the end";
     }
     EXPECT_EQ(isBigEndian(), __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__);
 }
@@ -58,10 +83,24 @@ TEST(Utf8, BuffersHaveRoomForTheWorstCase) {
     for (const uint32_t size : {0U, 18U, 0x80000000U}) {
         EXPECT_EQ(orumcomn_unicode_to_utf8(L"x\xE4y", buffer, &size), ORU_FAILURE);
     }
+    uint32_t size = 19;
+    EXPECT_EQ(orumcomn_unicode_to_utf8(nullptr, buffer, &size), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_unicode_to_utf8(L"", nullptr, &size), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_unicode_to_utf8(L"", buffer, nullptr), ORU_FAILURE);
     EXPECT_STREQ(buffer, "######");
-    const uint32_t size = 19;
     EXPECT_EQ(orumcomn_unicode_to_utf8(L"x\xE4y", buffer, &size), ORU_SUCCESS);
     EXPECT_EQ(std::string(buffer, 6), std::string("x\xC3\xA4y\0#", 6));
+
+    wchar_t wide[] = L"######";
+    size = 4;
+    EXPECT_EQ(orumcomn_utf8_to_unicode("x\xC3\xA4y", wide, &size), ORU_FAILURE) << "bytes count";
+    EXPECT_EQ(orumcomn_utf8_to_unicode(nullptr, wide, &size), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_utf8_to_unicode("", nullptr, &size), ORU_FAILURE);
+    EXPECT_EQ(orumcomn_utf8_to_unicode("", wide, nullptr), ORU_FAILURE);
+    EXPECT_STREQ(wide, L"######");
+    size = 5;
+    EXPECT_EQ(orumcomn_utf8_to_unicode("x\xC3\xA4y", wide, &size), ORU_SUCCESS);
+    EXPECT_EQ(std::wstring(wide, 6), std::wstring(L"x\xE4y\0##", 6));
 }
 
 }  // namespace

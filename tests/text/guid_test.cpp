@@ -50,6 +50,13 @@ TEST(GuidGenerator, NumbersGuidsOfAMicrosecondAndOfAClockGoneBack) {
     EXPECT_EQ(text_of(generator.make()), "050dde41-992b-11db-8000-870881020304");
 }
 
+TEST(Guid, ServesNoNulls) {
+    GUID guid{};
+    char text[ORU_GUID_TEXT_SIZE];
+    EXPECT_EQ(oruCoCreateGuid(nullptr), nullptr);
+    EXPECT_TRUE(!oruUuidToStringA(nullptr, text) && !oruUuidToStringA(&guid, nullptr));
+}
+
 TEST(GuidThreads, NeverGetEqualGuids) {
     std::vector<GUID> made(20000);
     const auto make = [&](size_t begin) {

@@ -1,6 +1,10 @@
 #include <gmock/gmock.h>
+#include <sys/times.h>
 #include <sys/utsname.h>
+#include <unistd.h>
 
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -9,6 +13,7 @@
 #include "support/fault_injection.h"
 #include "support/scripted_platform.h"
 #include "vlrcomn/system.h"
+#include "vlrcomn/thread.h"
 #include "vlrcomn/time_text.h"
 
 using namespace velora_com::qel;
@@ -47,6 +52,21 @@ TEST_F(Times, TimegmNormalisesAsMktimeDoes) {
     EXPECT_STREQ(text, "2007-01-02 01:00:01 day 2 002");
     time = {8, 14, 3, 19, 0, 138};
     EXPECT_EQ(vlrcomn_timegm(&time), sizeof(time_t) == 4 ? -1 : INT64_C(0x80000000));
+    EXPECT_EQ(vlrcomn_timegm(nullptr), -1);
+}
+
+TEST_F(Times, TheStandardZonesNameIsCut) {
+    std::wstring told;
+    set_zone("EST5EDT");
+    EXPECT_TRUE(vlrcomn_gettimezone(told));
+    EXPECT_EQ(told, L"EST");
+    std::string long_name(64, 'A');
+    tzname[0] = long_name.data();
+    EXPECT_TRUE(vlrcomn_gettimezone(told));
+    EXPECT_EQ(told, std::wstring(63, L'A'));
+    tzname[0] = nullptr;
+    EXPECT_FALSE(vlrcomn_gettimezone(told));
+    EXPECT_EQ(told.size(), 63u) << "left alone";
 }
 
 TEST_F(Times, TimegmShowsOtherThreadsNoOtherZone) {
@@ -74,14 +94,16 @@ std::basic_string<Character> stamped(void (*create)(Character*, uint32_t), uint3
 TEST_F(Times, StampsTellLocalTimeAndUtc) {
     set_zone("XYZ-5:30");
     time_t now;
-    std::string dashed, utc;
-    std::wstring local;
+    std::string dashed, utc, narrow;
+    std::wstring local, wide;
     oruSystemTime system_time;
     do {
         now = std::time(nullptr);
         dashed = orumcomn_get_time_stamp_ansi();
         utc = stamped(orumcomn_CreateGmtTimeStampA, 15);
+        wide = orumcomn_get_time_stamp_wide();
         local = stamped(orumcomn_CreateLocalTimeStampW, 17);
+        narrow = stamped(orumcomn_CreateLocalTimeStampA, 15);
         oruGetSystemTime(&system_time);
     } while (now != std::time(nullptr));
     char text[64];
@@ -90,8 +112,10 @@ TEST_F(Times, StampsTellLocalTimeAndUtc) {
     const std::tm t = *std::localtime(&now);
     std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &t);
     EXPECT_EQ(dashed, text);
+    EXPECT_EQ(wide, orumcomn_ansi_to_wide(text));
     std::strftime(text, sizeof text, "%Y%m%d%H%M%S", &t);
     EXPECT_EQ(local, orumcomn_ansi_to_wide(text) + std::wstring(L"\0\0\0###", 6));
+    EXPECT_EQ(narrow, text + std::string("\0#####", 6));
     std::array<uint16_t, 8> record;
     std::memcpy(&record, &system_time, sizeof record);
     EXPECT_THAT(record, testing::ElementsAre(t.tm_year + 1900, t.tm_mon + 1, t.tm_wday, t.tm_mday,
@@ -99,6 +123,9 @@ TEST_F(Times, StampsTellLocalTimeAndUtc) {
     // Where it does not fit, narrow text is terminated and wide text is not.
     EXPECT_EQ(stamped(orumcomn_CreateGmtTimeStampA, 10).substr(9), std::string("\0##########", 11));
     EXPECT_EQ(stamped(orumcomn_CreateGmtTimeStampW, 14).find(L'#'), 14u);
+    EXPECT_EQ(stamped(orumcomn_CreateGmtTimeStampW, 0)[0], L'#');
+    orumcomn_CreateLocalTimeStampA(nullptr, 15);
+    oruGetSystemTime(nullptr);
 }
 
 TEST(TextEditing, KnowsTheCLocaleOnly) {
@@ -116,6 +143,8 @@ TEST(TextEditing, KnowsTheCLocaleOnly) {
     char after_slash[] = "/\0##";
     orumcomn_append_backslash_check(after_slash + 1);
     EXPECT_EQ(std::string(after_slash, 4), std::string("//\0#", 4));
+    orumcomn_chop_semicolon(nullptr);
+    orumcomn_append_backslash_check(nullptr);
 }
 
 TEST(TextEditing, ReturnsEmptyTextWhenMemoryRunsOut) {
@@ -137,10 +166,40 @@ TEST(System, TextsFitOrTellTheSizeThatTheyNeed) {
     EXPECT_EQ(oruGetWindowsDirectory(text, 9), 8U);
     EXPECT_STREQ(text, "/Library");
     EXPECT_EQ(oruGetSystemDirectory(text, 5), 4U);
+    EXPECT_EQ(oruGetSystemDirectory(nullptr, 5), 5U);
+    EXPECT_EQ(oruGetComputerName(nullptr, &size), 0);
+    EXPECT_EQ(oruGetComputerName(text, nullptr), 0);
     ++size;
     EXPECT_EQ(oruGetComputerName(text, &size), 1);
     EXPECT_STREQ(text, system.nodename);
     EXPECT_EQ(size, std::strlen(text));
+}
+
+TEST(System, TicksAreMillisecondsOfTheSystemsClock) {
+    const auto milliseconds = [] {
+        tms unused;
+        return static_cast<uint32_t>(times(&unused)) * 1000u /
+               static_cast<uint32_t>(sysconf(_SC_CLK_TCK));
+    };
+    uint32_t before, ticks, after;
+    do {
+        before = milliseconds();
+        ticks = oruGetTickCount();
+        after = milliseconds();
+    } while (after < before);  // it wrapped
+    EXPECT_TRUE(before <= ticks && ticks <= after) << before << ' ' << ticks << ' ' << after;
+}
+
+TEST(System, ASignalSetsTheFlagAndTheEmptyCallsDoNothing) {
+    ASSERT_EQ(bSigTermReceived, 0);
+    const auto former = std::signal(SIGTERM, CatchSIGTERM);
+    std::raise(SIGTERM);
+    std::signal(SIGTERM, former);
+    EXPECT_EQ(bSigTermReceived, 1);
+    EXPECT_EQ(oruTranslateMessage(nullptr), 1);
+    const auto start = std::chrono::steady_clock::now();
+    orumcomn_delay(INT32_MAX);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::hours(1));
 }
 
 TEST(System, UptimeIsTheTimeSinceBooting) {
