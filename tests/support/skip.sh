@@ -7,3 +7,7 @@ skip() { # skip REASON: for the whole
     left_out "$1"
     exit 77
 }
+elsewhere() { # elsewhere REASON: the check is bound to one kind of machine or release of a tool; skipped under CI, too
+    echo "skipped: $1"
+    exit 77
+}

@@ -38,7 +38,7 @@ same "lines of the table" $((30 + 7 + 6)) "$(wc -l <"$scratch/table")"
 same "several as JSON" '{"OSType":"Mac OS X","PlatformID":"MAC"}' "$("$vlrprops" --json PlatformID OSType | jq -c .)"
 
 # --- Names of file systems that need care ---
-if unshare --mount true 2>/dev/null; then
+if unshare --mount mount -t tmpfs none "$scratch" 2>/dev/null; then
     export scratch vlrprops
     odd=$'a "b"\\c\nd\x1b[31m\xc3\xa9'
     unshare --mount bash -c '
@@ -51,7 +51,7 @@ if unshare --mount true 2>/dev/null; then
     iconv -f UTF-8 -t UTF-8 "$scratch/json" >/dev/null || fail "the JSON is not UTF-8"
     grep -qF 'a "b"\c\u000ad\u001b[31mé' "$scratch/lines" || fail "control characters are not written as escapes"
 else
-    left_out "mounts, which need root"
+    left_out "mounts, which need root and a namespace of its own"
 fi
 
 # --- Errors ---
