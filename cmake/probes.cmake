@@ -1,7 +1,6 @@
 # What the host's C library offers beyond the oldest supported system (Mac OS X 10.4). Code tests the
 # feature through source/support/config.h and never the system's name.
 include(CheckCXXCompilerFlag)
-include(CheckCXXSourceCompiles)
 include(CheckLinkerFlag)
 include(CheckSymbolExists)
 
@@ -10,6 +9,7 @@ check_symbol_exists(O_CLOEXEC fcntl.h VLRCOMN_HAVE_O_CLOEXEC)
 check_symbol_exists(SOCK_CLOEXEC sys/socket.h VLRCOMN_HAVE_SOCK_CLOEXEC)
 check_symbol_exists(openat fcntl.h VLRCOMN_HAVE_OPENAT)
 check_symbol_exists(pipe2 unistd.h VLRCOMN_HAVE_PIPE2)
+check_symbol_exists(_SC_NPROCESSORS_ONLN unistd.h VLRCOMN_HAVE_SC_NPROCESSORS_ONLN)
 check_symbol_exists(posix_memalign stdlib.h VLRCOMN_HAVE_POSIX_MEMALIGN)
 check_symbol_exists(mkostemp stdlib.h VLRCOMN_HAVE_MKOSTEMP)
 # The C library's handler of failed assertions; hidden by NDEBUG.
@@ -18,16 +18,6 @@ check_symbol_exists(__assert_fail assert.h VLRCOMN_HAVE_ASSERT_FAIL)
 check_symbol_exists(__assert_rtn assert.h VLRCOMN_HAVE_ASSERT_RTN)
 check_symbol_exists(ifr_ifindex net/if.h VLRCOMN_HAVE_SIOCGIFINDEX)  # the question and its answer, of Linux
 unset(CMAKE_REQUIRED_DEFINITIONS)
-
-# Thread-local variables of a shared library at a fixed offset from the thread's own pointer, also when the
-# library is loaded later: a few hundred bytes of room are kept for that.
-check_cxx_source_compiles("
-    #include <cstdint>
-    #if !defined(__GLIBC__) || UINTPTR_MAX == 0xFFFFFFFF
-    #error
-    #endif
-    static thread_local __attribute__((tls_model(\"initial-exec\"))) int word;
-    int main() { return word; }" VLRCOMN_HAVE_STATIC_TLS)
 
 check_cxx_compiler_flag(-fno-plt VLRCOMN_HAVE_NO_PLT)
 check_linker_flag(CXX LINKER:-Bsymbolic-functions VLRCOMN_HAVE_SYMBOLIC_FUNCTIONS)

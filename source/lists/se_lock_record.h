@@ -1,9 +1,10 @@
 // The record of a shared/exclusive lock and what queues in it. docs/locking.md draws the transitions.
 //
-// Every field below the spin word is read and written only while the spin word is held. The one
-// exception is a waiter's own thread, which fills its record before it is queued.
+// Every field below the spin word is read and written only while the spin word is held. The exceptions are a
+// waiter's own thread, which fills its record before it is queued, and its flag, which it also watches.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 
@@ -47,7 +48,7 @@ namespace velora_com::qel::lists {
 struct Waiter : orLLItem {
     uintptr_t thread;  // its identity, which is the event that wakes it
     uint32_t process;
-    int32_t waiting;  // 1 until the lock is the thread's
+    std::atomic<int32_t> waiting;  // 1 until the lock is the thread's
 };
 
 // A registration of the notify form, on the heap.

@@ -5,6 +5,8 @@
 #include "lists/process_id.h"
 #include "lists/spin_word.h"
 #include "lists/thread_registry.h"
+#include "portability/wait.h"
+#include "support/watch.h"
 #include "vlrcomn/sync.h"
 
 namespace velora_com::qel::lists {
@@ -30,23 +32,39 @@ void unlink(orLLItem*& queue, Waiter& waiter) {
     orLL_XRemove(link, &waiter);
 }
 
+// Without the spin word only a hint.
+bool is_let_in(const Waiter& waiter) {
+    return waiter.waiting.load(std::memory_order_relaxed) == 0;
+}
+
 // Looks whether the waiter has been let in. Under the spin word, since who lets it in works under it
 // too: flag and event are then both done with or both untouched, the waiter's record and event may go
 // as soon as the spin word is given back, and resetting the event here cannot wipe out a later grant.
 bool take_grant(Waiter& waiter) {
     oruResetEvent(event_of(waiter));
-    return waiter.waiting == 0;
+    return is_let_in(waiter);
 }
 
-// Runs for a thread that is cancelled in wait_for_grant.
+// A writer that leaves its queue may have been the last that kept readers waiting.
+void admit_readers(orSELock& lock) {
+    if (lock.writers == nullptr && lock.owner == ORSO_NO_THREAD) {
+        grant_to_shared_waiters(lock);
+    }
+}
+
+// Runs for a thread that is cancelled in wait_for_grant. Nothing cancels a thread that ends; systems that look
+// for a cancellation whenever it is allowed again would begin this end anew, so that it stays forbidden.
 void leave_cancelled(void* argument) {
     const Departure& departure = *static_cast<Departure*>(argument);
+    int ignored;
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &ignored);
     bool granted;
     {
         const SpinGuard guard(departure.lock.spin);
         granted = take_grant(departure.waiter);
         if (!granted) {
             unlink(departure.queue, departure.waiter);
+            admit_readers(departure.lock);
         }
     }
     if (granted) {
@@ -61,7 +79,7 @@ bool enqueue(orLLItem*& queue, Waiter& waiter, int wait) {
         return false;
     }
     waiter.process = process_id();
-    waiter.waiting = 1;
+    waiter.waiting.store(1, std::memory_order_relaxed);
     orLL_XInsertHead(&queue, &waiter);
     return true;
 }
@@ -73,8 +91,11 @@ void wait_for_grant(orSELock& lock, orLLItem*& queue, Waiter& waiter) {
     // A POSIX handler, not a destructor: the home system cancels a thread without unwinding its stack.
     pthread_cleanup_push(leave_cancelled, &departure);
     while (!granted) {
-        // The result does not matter: only the flag tells a grant from a spurious wake-up.
-        oruWaitForSingleObject(event_of(waiter), ORU_INFINITE);
+        // As oruWaitForSingleObject, but for the flag instead of the event, which comes later. The results do
+        // not matter: only the flag under the spin word tells a grant from a spurious wake-up.
+        if (!support::watch([&waiter] { return is_let_in(waiter); })) {
+            portability::wait_asleep(event_of(waiter), ORU_INFINITE);
+        }
         const SpinGuard guard(lock.spin);
         granted = take_grant(waiter);
     }
@@ -95,9 +116,16 @@ int wait_in_queue(orSELock& lock, orLLItem*& queue, int wait) {
     return 1;
 }
 
+void grant_to_shared_waiters(orSELock& lock) {
+    while (!orLL_IsEmpty(&lock.shared_waiters)) {
+        ++lock.count;
+        wake_first(lock.shared_waiters);
+    }
+}
+
 void wake_first(orLLItem*& queue) {
     auto& waiter = *static_cast<Waiter*>(orLL_XRemoveHead(&queue));
-    waiter.waiting = 0;
+    waiter.waiting.store(0, std::memory_order_relaxed);
     oruSetEvent(event_of(waiter));
 }
 

@@ -8,7 +8,7 @@
 namespace velora_com::qel::lists {
 
 // Called with the spin word held, which it gives back. Puts the calling thread at the head of a queue and
-// sleeps until it has been let in: 1. It is 0 at once when the thread does not want to wait or, not being
+// waits until it has been let in: 1. It is 0 at once when the thread does not want to wait or, not being
 // attached, has no event that could wake it. Only cancellation ends the sleep otherwise: the thread is then
 // no longer queued and holds nothing. Apart from its callers, which take a free lock the faster for it.
 [[gnu::noinline]] int wait_in_queue(orSELock& lock, orLLItem*& queue, int wait);
@@ -16,5 +16,8 @@ namespace velora_com::qel::lists {
 // Takes the first waiter out of a queue and wakes it; the lock's fields already name it as a holder.
 // Under the spin word.
 void wake_first(orLLItem*& queue);
+
+// Makes every queued reader a holder. Under the spin word, of a lock without owner.
+void grant_to_shared_waiters(orSELock& lock);
 
 }  // namespace velora_com::qel::lists

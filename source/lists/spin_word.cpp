@@ -5,6 +5,7 @@
 #include <climits>
 #include <iterator>
 
+#include "support/cpu_pause.h"
 #include "support/owners.h"
 #include "vlrcomn/se_lock.h"
 
@@ -31,8 +32,11 @@ void take_contended_spin(volatile int32_t& spin) {
             // lock could not tell whether it still holds it.
             const support::CancellationOff uncancelled;
             usleep(static_cast<useconds_t>(microseconds));
+        } else {
+            support::cpu_pause();
         }
-    } while (!try_to_take_spin(spin));
+        // A held word is only looked at: an exchange would take its line of memory from the holder.
+    } while (__atomic_load_n(&spin, __ATOMIC_RELAXED) != spin_free || !try_to_take_spin(spin));
 }
 
 }  // namespace velora_com::qel::lists

@@ -3,15 +3,14 @@
 
 #include <cstdint>
 
-#include "vlrcomn/sync.h"
-
 namespace velora_com::qel::lists {
 
 constexpr int32_t spin_free = 0;
 constexpr int32_t spin_held = 1;
 
+// One exchange. Everything goes to the word by exchanges, so that oruInterlockedExchange fits in.
 inline bool try_to_take_spin(volatile int32_t& spin) {
-    return oruInterlockedExchange(&spin, spin_held) == spin_free;
+    return __atomic_exchange_n(&spin, spin_held, __ATOMIC_ACQUIRE) == spin_free;
 }
 
 // How many microseconds a thread sleeps between a failed try, counted from 1, and the next one.
@@ -29,7 +28,7 @@ inline void take_spin(volatile int32_t& spin) {
 }
 
 inline void release_spin(volatile int32_t& spin) {
-    oruInterlockedExchange(&spin, spin_free);
+    __atomic_exchange_n(&spin, spin_free, __ATOMIC_RELEASE);
 }
 
 // Holds a spin word while it lives. The scope must not contain a cancellation point: where the system

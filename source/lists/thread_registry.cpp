@@ -6,15 +6,12 @@
 std::atomic<int32_t> orSO_tls_index{-1};
 
 using namespace velora_com::qel::lists;
+using namespace velora_com::qel::portability;
 
 namespace {
 
-void* stored_value() {
-    return oruTlsGetValue(registry_index());
-}
-
 int mark_unregistered() {
-    return oruTlsSetValue(registry_index(), ORU_INVALID_HANDLE);
+    return set_kept_value(ORU_INVALID_HANDLE) ? 1 : 0;
 }
 
 }  // namespace
@@ -22,15 +19,15 @@ int mark_unregistered() {
 extern "C" {
 
 int32_t orSO_ProcessAttach() {
-    const auto fresh = static_cast<int32_t>(oruTlsAlloc());
+    const auto fresh = static_cast<int32_t>(alloc_kept_index());
     orSO_tls_index.store(fresh, std::memory_order_release);
     return fresh;
 }
 
 int orSO_ProcessDetach() {
-    const int freed = oruTlsFree(registry_index());
+    const bool freed = free_kept_index();
     orSO_tls_index.store(-1, std::memory_order_release);
-    return freed;
+    return freed ? 1 : 0;
 }
 
 uintptr_t orSO_ThreadAttach() {
@@ -42,7 +39,7 @@ uintptr_t orSO_ThreadAttach() {
     if (event == nullptr) {
         return 0;
     }
-    if (oruTlsSetValue(registry_index(), event) == 0) {
+    if (!set_kept_value(event)) {
         oruCloseHandle(event);
         return 0;
     }
@@ -50,7 +47,7 @@ uintptr_t orSO_ThreadAttach() {
 }
 
 int orSO_ThreadDetach() {
-    oruCloseHandle(static_cast<oruHandle>(stored_value()));
+    oruCloseHandle(static_cast<oruHandle>(kept_value()));
     return mark_unregistered();
 }
 
@@ -65,7 +62,7 @@ uintptr_t orSO_GetThread() {
 }
 
 uintptr_t orSO_DbgGetThread() {
-    return reinterpret_cast<uintptr_t>(stored_value());
+    return reinterpret_cast<uintptr_t>(kept_value());
 }
 
 }  // extern "C"

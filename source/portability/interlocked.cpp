@@ -55,7 +55,5 @@ int32_t oruInterlockedExchange(volatile int32_t* target, int32_t value) {
         return 0;
     }
     const MutexGuard lock(MutexInterlockedExchange);
-    const int32_t previous = load(target);
-    store(target, value);
-    return previous;
+    return __atomic_exchange_n(target, value, __ATOMIC_ACQ_REL);
 }

@@ -1,11 +1,13 @@
+#include "portability/wait.h"
+
 #include <sys/time.h>
 
 #include <limits>
 #include <optional>
 
 #include "portability/errors.h"
-#include "portability/handle_object.h"
 #include "portability/mutex_record.h"
+#include "support/watch.h"
 #include "vlrcomn/sync.h"
 
 using namespace velora_com::qel::portability;
@@ -53,11 +55,15 @@ int sleep_on(_oruHandleObject_t& record, const std::optional<timespec>& deadline
     return error;
 }
 
+// Acquire: an ending thread stores its 1 without holding the mutex.
+bool is_signalled(const _oruHandleObject_t& record) {
+    return record.bSignalled.load(std::memory_order_acquire) == 1;
+}
+
 // Takes what needs no sleep, with the record's mutex held: 0 when the object is signalled, and then a mutex
 // is the calling thread's; EBUSY when it is not; or what went wrong.
 inline int try_object(_oruHandleObject_t& record) {
-    // Acquire: an ending thread stores its 1 without holding the mutex.
-    if (record.bSignalled.load(std::memory_order_acquire) != 1) {
+    if (!is_signalled(record)) {
         return EBUSY;
     }
     if (record.nType != ORU_KIND_MUTEX) {
@@ -76,6 +82,9 @@ inline int try_object(_oruHandleObject_t& record) {
 // Sleeps for an object that is not signalled, with the record's mutex held. Apart from its caller, which
 // is the shorter for it.
 [[gnu::noinline]] uint32_t sleep_for_object(_oruHandleObject_t& record, uint32_t milliseconds) {
+    if (milliseconds == 0) {
+        return ORU_WAIT_TIMEOUT;
+    }
     std::optional<timespec> deadline;
     if (milliseconds != ORU_INFINITE) {
         deadline = deadline_after(milliseconds);
@@ -103,22 +112,51 @@ bool can_be_waited_for(oruHandle handle) {
            handle->nType <= ORU_KIND_MUTEX;
 }
 
+// Looks at an object that is not signalled; the caller keeps its handle alive. What is seen is only a hint:
+// it counts when it is seen again under the record's mutex, which whoever signals the object holds until it is
+// done with the record. Apart from its caller, which is the shorter for it.
+[[gnu::noinline]] void watch_object(const _oruHandleObject_t& record) {
+    velora_com::qel::support::watch([&record] { return is_signalled(record); });
+}
+
+uint32_t take_or_sleep(_oruHandleObject_t& record, uint32_t milliseconds) {
+    if (pthread_mutex_lock(&record.mutex) != 0) {
+        return ORU_WAIT_FAILED;
+    }
+    uint32_t result = ORU_WAIT_SIGNALLED;
+    if (const int error = try_object(record); error != 0) {
+        result = error == EBUSY ? sleep_for_object(record, milliseconds) : ORU_WAIT_FAILED;
+    }
+    const bool unlocked = pthread_mutex_unlock(&record.mutex) == 0;
+    return result == ORU_WAIT_SIGNALLED && !unlocked ? ORU_WAIT_FAILED : result;
+}
+
 }  // namespace
+
+namespace velora_com::qel::portability {
+
+uint32_t wait_asleep(oruHandle handle, uint32_t milliseconds) {
+    if (!can_be_waited_for(handle)) {
+        note_error(EINVAL);
+        return ORU_WAIT_FAILED;
+    }
+    return take_or_sleep(*handle, milliseconds);
+}
+
+}  // namespace velora_com::qel::portability
 
 uint32_t oruWaitForSingleObject(oruHandle handle, uint32_t milliseconds) {
     if (!can_be_waited_for(handle)) {
         note_error(EINVAL);
         return ORU_WAIT_FAILED;
     }
-    if (pthread_mutex_lock(&handle->mutex) != 0) {
-        return ORU_WAIT_FAILED;
+    if (!is_signalled(*handle)) {
+        if (milliseconds == 0) {
+            return ORU_WAIT_TIMEOUT;
+        }
+        watch_object(*handle);
     }
-    uint32_t result = ORU_WAIT_SIGNALLED;
-    if (const int error = try_object(*handle); error != 0) {
-        result = error == EBUSY ? sleep_for_object(*handle, milliseconds) : ORU_WAIT_FAILED;
-    }
-    const bool unlocked = pthread_mutex_unlock(&handle->mutex) == 0;
-    return result == ORU_WAIT_SIGNALLED && !unlocked ? ORU_WAIT_FAILED : result;
+    return take_or_sleep(*handle, milliseconds);
 }
 
 uint32_t oruWaitForMultipleObjects(uint32_t count, const oruHandle* handles, int wait_all,
@@ -136,7 +174,7 @@ uint32_t oruWaitForMultipleObjects(uint32_t count, const oruHandle* handles, int
     // In 64 bits: a 32-bit count would pass the all-ones bound and begin anew.
     uint32_t index = 0;
     for (uint64_t elapsed = 0; elapsed < milliseconds; elapsed += poll_milliseconds) {
-        const uint32_t result = oruWaitForSingleObject(handles[index], poll_milliseconds);
+        const uint32_t result = wait_asleep(handles[index], poll_milliseconds);
         if (result == ORU_WAIT_SIGNALLED) {
             return ORU_WAIT_SIGNALLED + index;
         }

@@ -140,6 +140,14 @@ TEST(ThreadRegistry, AttachesAndDetachesAndSurvivesASweep) {
         }
         EXPECT_EQ(orSO_ThreadAttachX(), sweep ? 0 : 1);
         EXPECT_EQ(oruCloseHandle(reinterpret_cast<oruHandle>(event)), 1) << "left open";
+        // An index that others have got since is theirs.
+        uint32_t index = sweep ? oruTlsAlloc() : ORU_TLS_OUT_OF_INDEXES;
+        if (oruTlsSetValue(index, &index) == 1) {
+            EXPECT_EQ(orSO_GetThread(), ORSO_NO_THREAD);
+            EXPECT_FALSE(orSO_ThreadAttach() || orSO_ThreadAttachX() || orSO_ProcessDetach());
+            EXPECT_EQ(orSO_DbgGetThread(), 0u);
+            EXPECT_EQ(oruTlsGetValue(index), &index);
+        }
     }
     EXPECT_EQ(orSO_ThreadDetach(), 1) << "nothing to close is no failure";
     EXPECT_EQ(orSO_ProcessDetach(), 1);
@@ -166,6 +174,58 @@ TEST_F(SELock, ACancelledWaiterHoldsNothing) {
         orSO_SELockRelease(lock_);
         leaver.join();
     }
+}
+
+// A writer that leaves lets the readers behind it in, unless something else still keeps them out.
+TEST_F(SELock, ACancelledWriterLeavesTheReadersBehindItToTheLock) {
+    const struct {
+        Mode held;
+        bool another_waits;
+        const char* expected;
+    } cases[] = {{shared_past_writers, false, "shared 2"},
+                 {shared_past_writers, true, "shared 1"},
+                 {exclusive, false, "exclusive 1"}};
+    for (const auto& [held, another_waits, expected] : cases) {
+        ASSERT_EQ(held(lock_, 0), 1);
+        std::deque<Peer> peers(3);
+        if (another_waits) {
+            queue(peers[0], lock_, exclusive);
+        }
+        queue(peers[1], lock_, exclusive);
+        queue(peers[2], lock_, shared_behind_writers);
+        pthread_cancel(peers[1].thread.native_handle());
+        peers[1].thread.join();
+        EXPECT_EQ(state(), expected);
+        while (state() != "free") {
+            orSO_SELockRelease(lock_);
+        }
+    }
+}
+
+// The processor's exchange and the one under the mutex may meet on one word.
+TEST(SpinWord, ExcludesWhoeverExchanges) {
+    constexpr int rounds = 200'000;
+    int32_t spin = 0;
+    int guarded = 0;
+    std::atomic<int> ready{0};
+    const auto count = [&](bool through_mutex) {
+        for (++ready; ready != 2;) {
+        }
+        for (int round = 0; round < rounds; ++round) {
+            if (through_mutex) {
+                while (oruInterlockedExchange(&spin, 1) != 0) {
+                }
+            } else {
+                orSL_Get(&spin);
+            }
+            ++guarded;
+            orSL_Release(&spin);
+        }
+    };
+    std::thread other(count, true);
+    count(false);
+    other.join();
+    EXPECT_EQ(guarded, 2 * rounds);
 }
 
 // Two counts that differ while somebody writes prove that nobody is inside who should not be; as one of them

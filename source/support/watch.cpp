@@ -1,0 +1,42 @@
+#include "support/watch.h"
+
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdint>
+
+#include "support/config.h"
+#include "support/owners.h"
+#if !defined(VLRCOMN_HAVE_SC_NPROCESSORS_ONLN)
+#include <sys/sysctl.h>
+#endif
+
+namespace velora_com::qel::support {
+namespace {
+
+long ask_for_processors() noexcept {
+#if defined(VLRCOMN_HAVE_SC_NPROCESSORS_ONLN)
+    const ReleaseScope scope;  // where the answer is read from a file
+    return sysconf(_SC_NPROCESSORS_ONLN);
+#else
+    int name[] = {CTL_HW, HW_NCPU};
+    int32_t count = 0;
+    size_t size = sizeof count;
+    return sysctl(name, 2, &count, &size, nullptr, 0) == 0 ? count : 1;
+#endif
+}
+
+}  // namespace
+
+bool has_several_processors() noexcept {
+    static std::atomic<int32_t> known{0};  // 1 or, for any number above, 2
+    int32_t processors = known.load(std::memory_order_relaxed);
+    if (processors == 0) {
+        processors = ask_for_processors() > 1 ? 2 : 1;
+        known.store(processors, std::memory_order_relaxed);
+    }
+    return processors > 1;
+}
+
+}  // namespace velora_com::qel::support
