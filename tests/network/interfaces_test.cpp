@@ -195,6 +195,13 @@ TEST_F(Network, IsListedWhereNothingIsMissingAndSearchedByIndex) {
     EXPECT_EQ(found.getMACAddress(), "6c6f2d6d6163") << "the first match wins";
     EXPECT_EQ(list_.getIndexes(), (std::vector<unsigned int>{1, 9}));
 
+    fault_injection::FailNth failure(1);
+    int copied = list_.getNetInterface(1u, found);
+    const fault_injection::FailNth another(1);
+    copied += getNetInterfaceFromIPAddress(found, "203.0.113.9", list_);
+    failure.disarm();
+    EXPECT_EQ(copied, 0) << "without memory for it";
+
     EXPECT_EQ(list_.initialize(), 1);
     EXPECT_EQ(addresses().size(), 8u) << "a second filling adds all again";
     list_ = NetInterfaceList(true);
