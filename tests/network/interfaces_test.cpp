@@ -348,6 +348,8 @@ TEST_F(Network, FailsByTheStatedResult) {
     EXPECT_EQ(util.vlrNetToString(address, 0) + util.vlrNetToString(nullptr, NI_NUMERICHOST), "");
     EXPECT_EQ(disabled.vlrNetToString(address, NI_NUMERICHOST), "");
     unsigned int scope = 7;
+    EXPECT_EQ(util.vlrGetScopeId("[fe80::1%9]", scope), 1);
+    EXPECT_EQ(std::exchange(scope, 7), 1u);
     EXPECT_EQ(disabled.vlrGetScopeId("fe80::1", scope), 0);
     fault_injection::FailNth failure(1, "getifaddrs");
     const int found = util.vlrGetScopeId("fe80::1", scope);
