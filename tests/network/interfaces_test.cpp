@@ -247,6 +247,10 @@ TEST_F(Network, IsDescribedInParts) {
         EXPECT_EQ(text_, expected != nullptr ? expected : "untouched");
     }
     EXPECT_EQ(getNetAddr(AF_INET, ipv4.ifa_netmask, nullptr, text_), 0);
+    fault_injection::FailNth failure(1, "malloc");
+    const int written = getNetMask(AF_INET6, link_local.ifa_netmask, text_);
+    failure.disarm();
+    EXPECT_EQ(written, 0);
 }
 
 TEST_F(Network, IsListedWithOneFreeDescriptor) {
