@@ -20,8 +20,8 @@
  * walks the records itself (getutxent) must not do so meanwhile. The look-ups use the re-entrant
  * calls.
  *
- * Cost: a user outside the "domain users" groups takes up to two runs of an external command for
- * each of their login records.
+ * Cost: where the directory client is installed, a user outside the "domain users" groups takes up to two
+ * runs of it for each of their login records, which wait for the directory without a limit.
  */
 #ifndef VLRCOMN_LOGGED_ON_USERS_H
 #define VLRCOMN_LOGGED_ON_USERS_H
@@ -41,8 +41,7 @@ namespace velora_com::qel::session {
 /**
  * Adds the users who are logged on to two sets.
  *
- * The records are read from where the process's record cursor stands, which is the start unless the
- * program moved it; afterwards the cursor is at the start again.
+ * All records are read, wherever the process's record cursor stands; afterwards it is at the start.
  *
  * @param networkUsers receives domain\\user of every network user; not cleared first
  * @param localUsers receives every local user; not cleared first
@@ -90,8 +89,9 @@ VLRCOMN_API bool FindDomainName(const std::string& user, std::string& domain);
 /**
  * Asks the directory service's command-line client for a user's domain.
  *
- * The command, at most 255 characters of it, is run by the shell and 1024 bytes of its output are
- * looked at. A user or an attribute that holds a character which means something to the shell
+ * Where this process may not execute the client, /usr/bin/dscl, no command runs and the answer is 0. The
+ * command, at most 255 characters of it, is run by the shell and 1024 bytes of its output are looked at.
+ * The call waits for its end, however long the directory takes. A user or an attribute that holds a character which means something to the shell
  * (white space, control characters, quotes, backslash, or one of <tt>; & | < > ( ) $ ` * ? [ ] # ~
  * = % ! { }</tt>) runs no command and has no domain.
  *

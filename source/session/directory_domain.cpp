@@ -1,5 +1,6 @@
 #include <grp.h>
 #include <pwd.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -16,6 +17,8 @@ namespace {
 
 // Memory for one record of the user or the group database.
 constexpr size_t record_size = 16384;
+
+constexpr const char* directory_client = "/usr/bin/dscl";
 
 // How much of the directory client's command line is run, terminator included, and how much of its
 // output is looked at.
@@ -49,15 +52,15 @@ bool is_plain_word(const std::string& text) {
     });
 }
 
-// The lines of a user's directory record that name an attribute.
+// The lines of a user's directory record that name an attribute. Where there is no client the shell would
+// only complain on standard error.
 std::string directory_lines(const std::string& user, const std::string& attribute) {
-    if (!is_plain_word(user) || !is_plain_word(attribute)) {
+    if (!is_plain_word(user) || !is_plain_word(attribute) || access(directory_client, X_OK) != 0) {
         return {};
     }
     char command[command_size];
-    std::snprintf(command, sizeof command,
-                  "/usr/bin/dscl /Search read /Users/%s  |  /usr/bin/grep %s", user.c_str(),
-                  attribute.c_str());
+    std::snprintf(command, sizeof command, "%s /Search read /Users/%s  |  /usr/bin/grep %s",
+                  directory_client, user.c_str(), attribute.c_str());
     return platform::run_command(command, max_output).value_or(std::string());
 }
 

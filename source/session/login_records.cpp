@@ -14,8 +14,11 @@ namespace {
 // Guards the process's record cursor.
 pthread_mutex_t cursor_mutex = PTHREAD_MUTEX_INITIALIZER;
 
-struct Rewind {
-    ~Rewind() { setutxent(); }
+// One walk over the database. It ends the database before it begins: on Mac OS X 10.4 setutxent only
+// seeks, and the stream of a process that is not root goes on with the bytes that it has read before.
+struct Walk {
+    Walk() { endutxent(); }
+    ~Walk() { setutxent(); }
 };
 
 // A field of the record, which ends at its terminator or, without one, with the field.
@@ -34,7 +37,7 @@ std::vector<LoginRecord> login_records() {
     std::vector<LoginRecord> records;
     const support::CancellationOff uncancelled;
     const support::MutexGuard guard(cursor_mutex);
-    const Rewind rewind;
+    const Walk walk;
     while (const utmpx* entry = getutxent()) {
         records.push_back({entry->ut_type, field_text(entry->ut_id), field_text(entry->ut_user),
                            field_text(entry->ut_line)});

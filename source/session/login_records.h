@@ -15,8 +15,8 @@ struct LoginRecord {
     bool is_user() const;
 };
 
-// Every record from where the process's record cursor stands to the end; the cursor is at the start
-// afterwards. Collections on several threads take turns.
+// Every record as the database holds it now, wherever the process's record cursor stands; the cursor is
+// at the start afterwards. Collections on several threads take turns.
 std::vector<LoginRecord> login_records();
 
 }  // namespace velora_com::qel::session

@@ -76,18 +76,20 @@ TEST_F(MacTest, MemoryFiguresFailApartAndGiveTheHostPortBack) {
 TEST_F(MacTest, FileSystemsAreCountedThenRead) {
     machine.file_systems = {{4096, 1000, 400, 200, MNT_LOCAL, "/"},
                             {512, 2000, 900, 800, 0, "/net"},
-                            {4096, INT32_MAX, 5, 5, MNT_LOCAL, ""}};
+                            {4096, INT32_MAX, 5, 5, MNT_LOCAL, ""},
+                            {4096, -1, -1, -1, MNT_LOCAL, "/unknown"}};
     const std::string longest(90, 'p');  // fills its field without a terminator
     longest.copy(machine.file_systems[2].f_mntonname, longest.size());
-    for (const auto& [counted, expected] : {std::pair{0, 0U}, {2, 2U}, {5, 3U}, {3, 3U}}) {
+    for (const auto& [counted, expected] : {std::pair{0, 0U}, {2, 2U}, {6, 4U}, {4, 4U}}) {
         machine.file_systems_counted = counted;
         machine.calls.clear();
         EXPECT_EQ(mounted_file_systems().size(), expected) << "when mounts come and go";
     }
-    EXPECT_THAT(machine.calls, ElementsAre("getfsstat count 0 1", "getfsstat fill 3 1"));
+    EXPECT_THAT(machine.calls, ElementsAre("getfsstat count 0 1", "getfsstat fill 4 1"));
     EXPECT_THAT(mounted_file_systems(), ElementsAre(FieldsAre("/", 4096, 1000, 400, true),
                                                     FieldsAre("/net", 0, 0, 0, false),
-                                                    FieldsAre(longest, 4096, INT32_MAX, 5, true)));
+                                                    FieldsAre(longest, 4096, INT32_MAX, 5, true),
+                                                    FieldsAre("/unknown", 0, 0, 0, true)));
     for (const char* function : {"getfsstat count", "getfsstat fill"}) {
         machine.failing = {function};
         EXPECT_TRUE(mounted_file_systems().empty()) << function;

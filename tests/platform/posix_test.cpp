@@ -71,6 +71,7 @@ TEST(BlockCounts, LargeSizesAreGivenInLargerBlocks) {
     EXPECT_EQ(sized(4096, 1U << 31, 5), std::tuple(8192, 1 << 30, 2));
     EXPECT_EQ(sized(512, UINT64_MAX / 4, 9), std::tuple(1 << 20, INT32_MAX, 0));
     EXPECT_EQ(sized(UINT64_MAX, 7, UINT64_MAX), std::tuple(INT32_MAX, 7, INT32_MAX));
+    EXPECT_EQ(sized(4096, UINT64_MAX, 5), std::tuple(0, 0, 0)) << "a size that is not known";
 }
 
 TEST(RunCommand, ReturnsTheBeginningOfTheOutputAndLeavesNothing) {

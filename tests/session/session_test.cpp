@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <grp.h>
 #include <pwd.h>
+#include <unistd.h>
 #include <utmpx.h>
 
 #include <atomic>
@@ -9,6 +10,7 @@
 #include <fstream>
 #include <thread>
 
+#include "session/user_list.h"
 #include "support/scripted_platform.h"
 #include "support/temporary_folder.h"
 #include "vlrcomn/agent_identity.h"
@@ -16,7 +18,7 @@
 
 // The primary groups of users by the first letter of their names. Other users are not in the database.
 static const std::map<gid_t, const char*> groups = {{'B', "CORP\\Domain Users"},
-                                                    {'p', "staff"},
+                                                    {'p', "CORP\\Staff"},
                                                     {'n', "domain users"},
                                                     {'e', "Corp\\EU\\Domain Users"}};
 
@@ -32,6 +34,13 @@ extern "C" int __wrap_getgrgid_r(gid_t id, group* entry, char* memory, size_t si
     return 0;
 }
 
+static bool has_client = true;
+
+extern "C" int __wrap_access(const char* path, int mode) {
+    EXPECT_TRUE(std::string(path) == "/usr/bin/dscl" && mode == X_OK) << path << mode;
+    return has_client ? 0 : -1;
+}
+
 using namespace velora_com::qel::session;
 using testing::ElementsAre;
 using velora_com::qel::platform::script;
@@ -40,6 +49,7 @@ class Session : public testing::Test {
 protected:
     Session() {
         script() = {};
+        has_client = true;
         utmpxname(records_.c_str());
     }
 
@@ -71,6 +81,11 @@ TEST_F(Session, SortsUsersAndWritesEveryRecord) {
     };
     CollectLoggedonUsers(network_, local_, true);
     EXPECT_TRUE(local_.empty());
+    ASSERT_GE(script().asked.size(), 2U);
+    EXPECT_THAT(script().asked[0], testing::EndsWith("/carol  |  /usr/bin/grep userPrincipalName"));
+    EXPECT_THAT(script().asked[1],
+                testing::EndsWith("/usr/bin/grep OriginalAuthenticationAuthority"));
+    getutxent();  // wherever the cursor stands, the walk sees every record
     testing::internal::CaptureStdout();
     CollectLoggedonUsers(network_, local_, false);
     const std::string last = "7  abcd  " + name + "  " + line + " \nLocal User Logged on " + name;
@@ -87,6 +102,32 @@ TEST_F(Session, SortsUsersAndWritesEveryRecord) {
     std::wstring network_text, local_text = L"as passed";
     CollectComaSepLoggedonUsers(network_text, local_text, true);
     EXPECT_EQ(network_text + L'|' + local_text, L"corp\\bob,east.example\\carol|as passed");
+}
+
+TEST_F(Session, RunsNothingWithoutADirectoryClient) {
+    has_client = false;
+    std::string domain = "as passed";
+    EXPECT_EQ(FindDomainNameViaDscl("carol", "userPrincipalName", domain), 0);
+    EXPECT_EQ(domain, "as passed");
+    EXPECT_THAT(script().asked, testing::IsEmpty());
+}
+
+TEST(UserList, IsCutBeforeAName) {
+    const auto names = [](size_t first, size_t second) {
+        return std::wstring(first, L'n') + L',' + std::wstring(second, L'l');
+    };
+    const std::pair<std::wstring, std::wstring> cases[] = {
+        {names(63, 63), names(63, 63)},          // 127 characters
+        {names(63, 64), names(63, 0) + L"..."},  // 128
+        {names(124, 3), names(124, 0) + L"..."},
+        {names(125, 2), L",..."},  // the mark would not fit behind the name
+        {names(3, 0) + names(120, 9), names(3, 0) + names(120, 0) + L"..."},
+    };
+    for (const auto& [all, expected] : cases) {
+        const size_t comma = all.find(L',');
+        EXPECT_EQ(bounded_list(all, L""), expected);
+        EXPECT_EQ(bounded_list(all.substr(0, comma), all.substr(comma + 1)), expected);
+    }
 }
 
 TEST_F(Session, GivesUserNameWithinItsBuffer) {
