@@ -54,28 +54,91 @@ TEST(MemoryInfo, FiguresAreFoundByTheirWholeLabel) {
 
 TEST(MountTable, EntriesAreDecodedWhateverTheirLength) {
     const std::string deep = "/" + std::string(4000, 'd');
-    std::string text = "# a comment\n\nserver:/home /home/of\\040all nfs4 rw 0 0\noverlay " + deep +
-                       " overlay lowerdir=" + std::string(100000, 'l') + " 0 0\ncut";
-    const support::File file(fmemopen(text.data(), text.size(), "r"));
-    const auto table = read_mount_table(file.get());
-    ASSERT_GE(table.size(), 2U);
-    EXPECT_EQ(table[0].mount_point + " " + table[0].type, "/home/of all nfs4");
-    EXPECT_EQ(table[1].mount_point + " " + table[1].type, deep + " overlay");
+    const auto table = parse_mount_table(
+        "36 35 98:0 / /home/of\\040all rw,noatime - nfs4 server:/home rw\n"
+        "37 36 0:41 /sub " +
+        deep +
+        " rw master:1 shared:7 - fuse.a\\134b - rw\n"
+        "38 36 0:42 / / rw shared:2 - overlay overlay lowerdir=" +
+        std::string(100000, 'l') +
+        "\n"
+        "x 36 0:1 / /a rw - ext4 d rw\n9 9x 0:1 / /a rw - ext4 d rw\n9 9 0:1 / a rw - ext4 d rw\n"
+        "9 9 0:1 / /a rw ext4 d rw\n\n1 2 0:3 / /\\7\\09\\1 - proc");
+    using testing::FieldsAre;
+    EXPECT_THAT(table, testing::ElementsAre(FieldsAre(36, 35, "98:0", "/home/of all", "nfs4"),
+                                            FieldsAre(37, 36, "0:41", deep, "fuse.a\\b"),
+                                            FieldsAre(38, 36, "0:42", "/", "overlay")));
 }
 
-TEST(MountTable, WhatMayWaitIsNotAsked) {
-    for (const char* type : {"nfs4", "fuse", "fuse.sshfs", "autofs"}) {
-        EXPECT_TRUE(may_wait(type)) << type;
+// A machine's mounts, each with "local" when it is asked for its size and "away" when it is not; the others
+// stand for nothing.
+TEST(MountTable, EveryLocalFileSystemIsAskedOnce) {
+    const struct {
+        const char *mount, *expected;
+    } cases[] = {
+        {"1 0 8:1 / / rw - ext4 d rw", "local"},
+        {"2 1 0:5 / /dev rw - devtmpfs d rw", "away"},
+        {"3 2 0:6 / /dev/shm rw - tmpfs d rw", "away"},
+        {"4 1 0:7 / /ram rw - ramfs d rw", "away"},
+        {"5 1 0:8 /home /home rw - btrfs /dev/sdb rw,subvol=/home", "local"},
+        {"6 1 0:8 /srv /srv rw - btrfs /dev/sdb rw,subvol=/srv", ""},
+        {"7 1 8:1 /opt /bind rw - ext4 d rw", ""},
+        {"8 1 8:2 / /private rw - xfs d rw", ""},  // not within reach here, but below
+        {"9 1 8:2 / /public rw - xfs d rw", "local"},
+        {"10 1 8:3 / /over rw - ext4 d rw", ""},  // what follows is mounted over it
+        {"11 10 8:4 / /over rw - ext4 d rw", "local"},
+        {"12 11 8:5 / /over/a/b rw - ext4 d rw", ""},
+        {"13 11 8:6 / /over/a rw - ext4 d rw", "local"},
+        {"14 12 8:7 / /over/a/b/c rw - ext4 d rw", ""},
+        {"15 1 8:8 / /overt rw - fuseblk d rw", "local"},
+        {"16 1 0:20 / /net rw - nfs4 s:/ rw", "away"},
+        {"17 16 8:9 / /net/disk rw - ext4 d rw", "away"},  // the way there may wait
+        {"18 17 8:10 / /net/disk/d rw - ext4 d rw", "away"},
+        {"19 1 0:21 / /auto rw - autofs s rw", ""},
+        {"20 19 8:11 / /auto rw - ext4 d rw", "local"},
+        {"28 1 0:25 / /misc rw - autofs s rw", "away"},
+        {"21 1 0:22 / /ssh rw - fuse.sshfs s rw", "away"},
+        {"22 1 0:23 / /fuse rw - fuse s rw", "away"},
+        {"23 23 8:12 / /loop rw - nfsd s rw", "local"},      // as the first root may
+        {"24 99 8:13 / /far/disk rw - ext4 d rw", "local"},  // its parent lies outside
+        {"25 99 0:24 / /far/away rw - ext4 d rw", ""},
+        {"26 99 8:14 / /far/away/a rw - ext4 d rw", ""},
+        {"27 25 8:15 / /far/away rw - ext4 d rw", "local"},
+    };
+    std::string text;
+    std::vector<std::string> expected;
+    for (const auto& [mount, answer] : cases) {
+        const std::string path = parse_mount_table(mount).at(0).mount_point;
+        (text += mount) += '\n';
+        if (*answer != '\0') {
+            expected.push_back(path + " " + answer);
+        }
     }
-    for (const char* type : {"ext4", "fuseblk", "nfsd", ""}) {
-        EXPECT_FALSE(may_wait(type)) << type;
+    static std::vector<std::string> asked;
+    std::vector<std::string> got;
+    const auto size_of = [](const char* path, struct statvfs* answer) {
+        asked.emplace_back(path);
+        answer->f_frsize = 512;
+        answer->f_blocks = 7;
+        answer->f_bfree = 5;
+        return std::string(path) == "/private" ? -1 : 0;
+    };
+    for (const MountedFileSystem& found : file_systems_of(parse_mount_table(text), size_of)) {
+        const auto& [path, size, blocks, free_blocks, local] = found;
+        got.push_back(path + (local ? " local" : " away"));
+        EXPECT_EQ(std::tuple(size, blocks, free_blocks),
+                  local ? std::tuple(512, 7, 5) : std::tuple(0, 0, 0));
     }
-    const std::vector<MountEntry> table = {{"/", "nfs"}, {"/boot", "autofs"}, {"/home", "nfs4"}};
-    EXPECT_TRUE(lies_in_waiting_mount(table, "/home"));
-    EXPECT_TRUE(lies_in_waiting_mount(table, "/home/scratch"));
-    for (const char* path : {"/", "/boot", "/homes", ""}) {
-        EXPECT_FALSE(lies_in_waiting_mount(table, path)) << path;
-    }
+    EXPECT_EQ(got, expected);
+    EXPECT_EQ(asked.size(), 11U);
+}
+
+TEST(MountTable, ARootThatWaitsHoldsNothingElseBack) {
+    const auto found = file_systems_of(parse_mount_table("1 0 0:1 / / rw - nfs s rw\n"
+                                                         "2 1 8:1 / /tmp rw - ext4 d rw\n"),
+                                       [](const char*, struct statvfs*) { return 0; });
+    EXPECT_EQ(found.size(), 2U);
+    EXPECT_TRUE(!found[0].local && found[1].local);
 }
 
 TEST(Machine, SaysTheSameHereAndElsewhere) {

@@ -1,53 +1,73 @@
 #include "platform/linux/mount_table.h"
 
-#include <mntent.h>
-
 #include <algorithm>
+#include <charconv>
+#include <optional>
 
 namespace velora_com::qel::platform {
 
 namespace {
 
-// Network and cluster file systems by their names in the mount table.
-constexpr std::string_view network_types[] = {
-    "9p",    "acfs",  "afs",       "auristorfs", "beegfs", "ceph",  "cifs", "coda",
-    "davfs", "gfs2",  "gpfs",      "lustre",     "ncpfs",  "nfs",   "nfs4", "ocfs2",
-    "smb3",  "smbfs", "glusterfs", "orangefs",   "panfs",  "pvfs2",
-};
+// Takes the first word of `line` and the blank behind it away.
+std::string_view take_word(std::string_view& line) {
+    const std::string_view word = line.substr(0, line.find(' '));
+    line.remove_prefix(std::min(word.size() + 1, line.size()));
+    return word;
+}
 
-bool is_network_type(std::string_view type) {
-    // A program serves such a file system, often for a server. "fuseblk" is one on a local disk.
-    if (type == "fuse" || type.substr(0, 5) == "fuse.") {
-        return true;
+std::optional<int32_t> number(std::string_view word) {
+    int32_t value = 0;
+    const char* const end = word.data() + word.size();
+    const auto [rest, error] = std::from_chars(word.data(), end, value);
+    return error == std::errc() && rest == end ? std::optional(value) : std::nullopt;
+}
+
+// The kernel writes blanks, line ends and backslashes as three octal digits behind a backslash.
+std::string decoded(std::string_view word) {
+    std::string text;
+    for (size_t i = 0; i < word.size(); ++i) {
+        unsigned int byte = 0;
+        const char* const digits = word.data() + i + 1;
+        if (word[i] == '\\' && word.size() - i > 3 &&
+            std::from_chars(digits, digits + 3, byte, 8).ptr == digits + 3) {
+            text += static_cast<char>(byte);
+            i += 3;
+        } else {
+            text += word[i];
+        }
     }
-    return std::find(std::begin(network_types), std::end(network_types), type) !=
-           std::end(network_types);
+    return text;
+}
+
+// "36 35 98:0 /root /mount/point options optional... - type source options": any number of optional words.
+std::optional<Mount> parse_mount(std::string_view line) {
+    const auto id = number(take_word(line));
+    const auto parent = number(take_word(line));
+    const std::string_view device = take_word(line);
+    take_word(line);
+    const std::string_view mount_point = take_word(line);
+    constexpr std::string_view separator = " - ";
+    const size_t end_of_options = line.find(separator);
+    if (!id || !parent || mount_point.substr(0, 1) != "/" ||
+        end_of_options == std::string_view::npos) {
+        return std::nullopt;
+    }
+    line.remove_prefix(end_of_options + separator.size());
+    return Mount{*id, *parent, std::string(device), decoded(mount_point), decoded(take_word(line))};
 }
 
 }  // namespace
 
-std::vector<MountEntry> read_mount_table(FILE* table) {
-    std::vector<MountEntry> entries;
-    // Room for two paths with every byte escaped; what does not fit is the end of the options.
-    std::vector<char> line(size_t{64} * 1024);
-    mntent entry;
-    while (getmntent_r(table, &entry, line.data(), static_cast<int>(line.size())) != nullptr) {
-        entries.push_back({entry.mnt_dir, entry.mnt_type});
+std::vector<Mount> parse_mount_table(std::string_view text) {
+    std::vector<Mount> table;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        if (auto mount = parse_mount(line)) {
+            table.push_back(std::move(*mount));
+        }
     }
-    return entries;
-}
-
-bool may_wait(std::string_view type) {
-    return type == "autofs" || is_network_type(type);
-}
-
-bool lies_in_waiting_mount(const std::vector<MountEntry>& table, std::string_view path) {
-    return std::any_of(table.begin(), table.end(), [&](const MountEntry& entry) {
-        const std::string& outer = entry.mount_point;
-        return is_network_type(entry.type) && outer != "/" &&
-               path.substr(0, outer.size()) == outer &&
-               (path.size() == outer.size() || path[outer.size()] == '/');
-    });
+    return table;
 }
 
 }  // namespace velora_com::qel::platform
