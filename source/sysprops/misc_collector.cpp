@@ -30,6 +30,7 @@ std::optional<std::string> zone_name() {
 
 // "MM/DD/YYYY hh:mm:ss" of now in local time; nothing when the time cannot be broken down.
 std::optional<std::string> local_time_text() {
+    const support::CancellationOff uncancelled;
     const time_t now = time(nullptr);
     tm local;
     if (localtime_r(&now, &local) == nullptr) {

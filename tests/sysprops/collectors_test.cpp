@@ -2,6 +2,7 @@
 // answered here in the place of the C library's.
 #include <gtest/gtest.h>
 #include <netdb.h>
+#include <pthread.h>
 #include <sys/socket.h>
 #include <sys/utsname.h>
 #include <unistd.h>
@@ -33,6 +34,17 @@ extern "C" int gethostname(char* out, size_t size) __THROW {
 
 extern "C" hostent* gethostbyname(const char*) {
     return nullptr;
+}
+
+// The C library takes a lock here, which a cancelled thread must not keep.
+static int cancellation_of_time;
+
+extern "C" tm* localtime_r(const time_t* now, tm* out) __THROW {
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancellation_of_time);
+    int ignored;
+    pthread_setcancelstate(cancellation_of_time, &ignored);
+    *out = *localtime(now);
+    return out;
 }
 
 using namespace velora_com::qel;
@@ -100,6 +112,7 @@ TEST_F(Collectors, LanguageAndTimeAreThoseOfNow) {
         EXPECT_TRUE(properties.GetMiscInformation(info));
         EXPECT_EQ(info.wstrDefaultLangID, expected);
     }
+    EXPECT_EQ(cancellation_of_time, PTHREAD_CANCEL_DISABLE);
     tm local = {};
     const std::string text = sysprops_wide_to_ansi(info.wstrLastUpdate);
     ASSERT_NE(strptime(text.c_str(), "%m/%d/%Y %H:%M:%S", &local), nullptr) << text;
