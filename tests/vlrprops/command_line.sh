@@ -37,26 +37,40 @@ done
 same "lines of the table" $((30 + 7 + 6)) "$(wc -l <"$scratch/table")"
 same "several as JSON" '{"OSType":"Mac OS X","PlatformID":"MAC"}' "$("$vlrprops" --json PlatformID OSType | jq -c .)"
 
-# --- Names of file systems that need care ---
-if unshare --mount mount -t tmpfs none "$scratch" 2>/dev/null; then
-    export scratch vlrprops
-    odd=$'a "b"\\c\nd\x1b[31m\xc3\xa9'
-    unshare --mount bash -c '
-        for name; do mkdir "$scratch/$name" && mount -t tmpfs -o size=8m tmpfs "$scratch/$name"; done
-        "$vlrprops" --json --file-systems >"$scratch/json"
-        "$vlrprops" --file-systems >"$scratch/lines"' sh "$odd" $'cut\xff here' $'beyond\xf4\x90\x80\x80'
+# --- A mount namespace: names of file systems that need care, and a machine without a null device ---
+export scratch vlrprops
+odd=$'a "b"\\c\nd\x1b[31m\xc3\xa9'
+# Overlays, since memory is no disk; their size is that of the memory behind them.
+unshare --mount bash -c '
+    memory=$scratch/memory
+    mkdir "$memory" && mount -t tmpfs -o size=8m tmpfs "$memory" || exit
+    for name; do
+        mkdir "$scratch/$name" "$memory/upper$((++count))" "$memory/work$count"
+        mount -t overlay -o "lowerdir=/etc,upperdir=$memory/upper$count,workdir=$memory/work$count" \
+            overlay "$scratch/$name" || exit
+    done
+    "$vlrprops" --json --file-systems >"$scratch/json"
+    "$vlrprops" --file-systems >"$scratch/lines"
+    mount -t tmpfs none /dev || exit
+    "$vlrprops" --json >"$scratch/mixed" 2>&-
+    echo $? >"$scratch/status"' bash "$odd" $'cut\xff here' $'beyond\xf4\x90\x80\x80' 2>/dev/null
+if [ -e "$scratch/status" ]; then
     for name in "$odd" cut beyond; do
         same "$name" '{"total":"8.00","free":"7.60"}' "$(jq -c --arg name "$scratch/$name" '.[$name]' "$scratch/json")"
     done
+    same "file systems in memory" null "$(jq -c --arg name "$scratch/memory" '.[$name]' "$scratch/json")"
     iconv -f UTF-8 -t UTF-8 "$scratch/json" >/dev/null || fail "the JSON is not UTF-8"
     grep -qF 'a "b"\c\u000ad\u001b[31mé' "$scratch/lines" || fail "control characters are not written as escapes"
+    same "status where diagnostics would get into the report" 1 "$(cat "$scratch/status")"
+    same "that report" "" "$(cat "$scratch/mixed")"
 else
-    left_out "mounts, which need root and a namespace of its own"
+    left_out "mounts of its own, which are not to be had here"
 fi
 
 # --- Errors ---
 ends_with 2 "unknown option '--jason'" "$vlrprops" --jason
 ends_with 2 "unknown property 'ostype'" "$vlrprops" --json ostype
+ends_with 2 "unknown property 'a.u001b.u009bb'" "$vlrprops" $'a\x1b\xc2\x9bb\xff'
 ends_with 1 "cannot write" bash -c '"$0" >&-' "$vlrprops"
 [ ! -w /dev/full ] || ends_with 1 "cannot write" bash -c '"$0" --json >/dev/full' "$vlrprops"
 same "closed input and errors" "Mac OS X" "$("$vlrprops" OSType <&- 2>&-)"

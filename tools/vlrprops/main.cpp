@@ -76,6 +76,11 @@ int run(int count, char** arguments) {
         return exit_usage;
     }
     Output output;
+    if (!output.is_apart()) {
+        std::fprintf(stderr, "vlrprops: cannot keep the report apart from diagnostics: %s\n",
+                     std::strerror(errno));
+        return exit_failure;
+    }
     std::optional<std::string> text;
     switch (options->action) {
         case Options::Action::help:

@@ -1,14 +1,20 @@
 #include "options.h"
 
 #include "text.h"
+#include "vlrcomn/system_properties.h"
 
 namespace vlrprops {
 
 namespace {
 
+// What the user has typed, fit for a terminal: control characters escaped, and cut before what is no UTF-8.
+std::string quoted(const std::string& argument) {
+    return "'" + utf8(one_line(velora_com::qel::sysprops::sysprops_ansi_to_wide(argument))) + "'";
+}
+
 std::string unknown_property(const std::string& name) {
     const std::string similar = similar_name(name);
-    return "unknown property '" + name + "'" +
+    return "unknown property " + quoted(name) +
            (similar.empty() ? "" : " (did you mean '" + similar + "'?)");
 }
 
@@ -39,7 +45,7 @@ std::optional<Options> read_options(int count, char** arguments, std::string& er
             only_names = true;
         } else if (!only_names && argument.size() > 1 && argument[0] == '-') {
             if (!take_option(options, argument)) {
-                error = "unknown option '" + argument + "'";
+                error = "unknown option " + quoted(argument);
                 return std::nullopt;
             }
         } else if (const Property* const property = find_property(argument)) {
@@ -71,12 +77,17 @@ std::string help_text() {
         "  -h, --help      print this help\n"
         "  --version       print the version\n"
         "\n"
-        "A fact that is not found reads N/A. Control characters are printed as \\u000a\n"
-        "for example. On a terminal long values are wrapped; in a pipe each property\n"
-        "keeps one line.\n"
+        "A fact that is not found reads N/A, but for these: CPUType reads empty and\n"
+        "CPUSpeed 0 MHz; IsPortable reads -1 or, without a CPUType, empty; OSBitMode -1;\n"
+        "DomainName UnKnownDomain; UserName NA; disks 0.00 and 0; TimeZone what the C\n"
+        "library makes of the zone, mostly UTC or its name. Disks are the local file\n"
+        "systems, memory file systems left out.\n"
         "\n"
-        "Exit status: 0 done, 1 the output could not be written, 2 unknown property\n"
-        "or option.\n"
+        "Control characters are printed as \\u000a for example. On a terminal long values\n"
+        "are wrapped; in a pipe each property keeps one line.\n"
+        "\n"
+        "Exit status: 0 done, 1 the output could not be written or memory ran out,\n"
+        "2 unknown property or option.\n"
         "\n"
         "Properties:\n";
     for (const Group& group : groups()) {

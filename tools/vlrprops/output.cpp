@@ -32,7 +32,7 @@ Output::Output() : descriptor_(fcntl(STDOUT_FILENO, F_DUPFD, STDERR_FILENO + 1))
     fill_standard_descriptors();
     const int null_device = open("/dev/null", O_WRONLY);
     // Without a null device the diagnostics are better among the errors than in the report.
-    dup2(null_device >= 0 ? null_device : STDERR_FILENO, STDOUT_FILENO);
+    apart_ = dup2(null_device >= 0 ? null_device : STDERR_FILENO, STDOUT_FILENO) >= 0;
     if (null_device > STDERR_FILENO) {
         close(null_device);
     }

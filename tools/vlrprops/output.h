@@ -16,6 +16,10 @@ public:
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
+    // Whether the library's own output goes elsewhere; without that nothing may be collected. errno says why
+    // it is not so.
+    bool is_apart() const { return apart_; }
+
     // Width of the terminal in columns, at most `otherwise` when the output is no terminal.
     size_t width(size_t otherwise) const;
 
@@ -24,6 +28,7 @@ public:
     bool finish(const std::string& text);
 
 private:
+    bool apart_ = false;
     int descriptor_;  // -1 when the program was started without standard output
 };
 

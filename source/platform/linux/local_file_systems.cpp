@@ -42,6 +42,8 @@ std::string_view folder_above(std::string_view path) {
 class MountTree {
 public:
     explicit MountTree(const std::vector<Mount>& table) {
+        by_id_.reserve(table.size());
+        occupied_.reserve(table.size());
         for (const Mount& mount : table) {
             by_id_.emplace(mount.id, &mount);
             if (mount.id != mount.parent) {  // the root may name itself
