@@ -38,7 +38,8 @@ struct VLRCOMN_API CPUInformation {
      * other is not; empty when neither is.
      */
     std::wstring wstrCPUType;
-    /** Nominal clock in whole MHz, for example "1333 MHz"; "0 MHz" when it is not known. */
+    /** Clock in whole MHz, for example "1333 MHz"; "0 MHz" when it is not known. Nominal on Mac OS X; on
+     * Linux it follows frequency scaling. */
     std::wstring wstrCPUSpeed;
     /** Number of processors, decimal. */
     std::wstring wstrNumOfCPU;
@@ -134,7 +135,7 @@ struct VLRCOMN_API OSInformation {
 };
 
 /**
- * Space of the local file systems, in MB of 1,048,576 bytes with two decimals, for example
+ * Space of the local file systems (ISysProps::GetDiskInformation tells which), in MB of 1,048,576 bytes with two decimals, for example
  * "100.00". Made with "N/A" in the three texts and with an empty map.
  */
 struct VLRCOMN_API DiskInformation {

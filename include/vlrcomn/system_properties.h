@@ -13,16 +13,23 @@
  * The functions for single values are in property_functions.h, the facts and words below the properties in
  * machine_facts.h; both come with this header.
  *
- * Nothing here reports an error as such. A fact that is not found reads "N/A" (DefaultProp_Val) or
- * what property_keys.h says of its field; a name that is no property reads empty. Nothing is
+ * Nothing here reports an error as such. A fact that is not found reads "N/A" (DefaultProp_Val), but
+ * for these: CPUType empty, CPUSpeed "0 MHz", IsPortable "-1" or, without a CPUType, empty, OSBitMode "-1",
+ * DomainName "UnKnownDomain", UserName "NA", the disks "0.00" and "0". A name that is no property reads
+ * empty. A zone that is not known has the name that the C library gives it, mostly "UTC". Nothing is
  * cached: every query asks the machine again, so ask for the whole report rather than for many
  * single values.
  *
- * What a query may do besides reading the machine's state: network names go to the resolver, which
- * may block as long as it pleases; the operating-system facts may run a short shell command; the
- * list of users writes its diagnostic lines to standard output and may run the directory client
- * (logged_on_users.h). The environment variables read are "LANG" and, through the C library's time
- * zone, "TZ".
+ * What a query may do besides reading the machine's state:
+ * - Names of the network category go to the resolver, which may block as long as it pleases.
+ * - Every query of the misc category, so TimeZone, DefaultLangID and LastUpdate too, lists the users: that
+ *   writes diagnostic lines to standard output and, where the directory client is installed, runs it
+ *   without a limit of time (logged_on_users.h).
+ * - On Mac OS X the disks are asked in waiting mode, so that a file server that stays silent blocks. On
+ *   Linux what may wait for a server or a user's program is not asked.
+ * - The operating-system facts may run "sysctl hw" in a shell, which finds it by "PATH".
+ *
+ * Besides "PATH" the environment variables "LANG" and, through the C library's time zone, "TZ" count.
  *
  * Threads: separate ISysProps objects and separate records may be used from separate threads at
  * once; one object or record may not. The functions without an object are free of shared state, but
@@ -164,7 +171,8 @@ public:
 
     /**
      * Collects the processor facts. Count, clock, type and portability are asked for in this order;
-     * wstrCPUSerialNumber is never written.
+     * wstrCPUSerialNumber is never written. On Linux the clock is that of the moment, which follows
+     * frequency scaling, of the fastest processor.
      *
      * @param[in,out] info A count that cannot be read leaves its field as it was; an unknown clock
      *                     writes "0 MHz". When neither architecture nor model has a name,
@@ -184,8 +192,13 @@ public:
     bool GetMemoryInformation(MemoryInformation& info);
 
     /**
-     * Collects the local file systems whose block size and block count are not zero. Free space
-     * counts every free block, also those kept for the superuser.
+     * Collects the local file systems whose block size and block count are not zero and known. Free
+     * space counts every free block, also those kept for the superuser.
+     *
+     * Local is on Mac OS X what the system marks so. On Linux it is every mount that can be reached by its
+     * path but network and cluster file systems, those that a user's program serves ("fuse", not
+     * "fuseblk"), what is mounted below such a one, and memory ("tmpfs", "devtmpfs", "ramfs"). There a file
+     * system with several mounts, subvolumes included, counts once, at the first that can be asked.
      *
      * @param[in,out] info The three texts are written anew. File systems are added to
      *                     mapFileSystems, which is not cleared, and a mount point that is there

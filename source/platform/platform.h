@@ -62,19 +62,21 @@ MemoryFacts memory_facts();
 
 // --- File systems --------------------------------------------------------------------------------
 
-// Figures that do not fit are given in larger blocks, up to 1 MiB, and cut from 2 PiB on.
+// Figures that do not fit are given in larger blocks, up to 1 MiB, and cut from 2 PiB on. All three are 0
+// when the system does not know them.
 struct MountedFileSystem {
     std::string mount_point;
     int32_t block_size;   // in bytes
     int32_t blocks;       // in units of block_size
     int32_t free_blocks;  // reserved blocks included
-    bool local;           // the other figures of a file system that is not local are 0
+    bool local;           // the figures of a file system that is not local are 0
 };
 
 // The mounted file systems in the system's order; empty when they cannot be listed. On Linux no server
 // that stays silent holds this call up: a network file system is known by its type in the mount table
-// and is not asked, nor is one mounted below it or served by a user's program; they are not local.
-// There a file system mounted in several places stands at the first of them only.
+// and is not asked, nor is one mounted below it or served by a user's program; they are not local, and
+// neither is memory. What other mounts hide does not stand there, and a file system mounted in several
+// places, as a whole or by parts, stands at the first of them only.
 std::vector<MountedFileSystem> mounted_file_systems();
 
 struct AvailableSpace {

@@ -1,9 +1,14 @@
-// Without arguments: collects everything twice and prints nothing, so that what appears on its standard
+// "addresses": prints every address of the interface list; "local" and a list of hosts: the local
+// address that leads to the first that can be reached. Any other argument is a file: writes a login record to
+// it, collects everything twice with the file's records and prints nothing, so that what appears on its standard
 // output is the library's own. Ends with 1 when the library has started a thread, with 2 when it has left a
-// descriptor open. With an argument: prints every address of the interface list. With another one, a list of
-// hosts: prints the local address that leads to the first that can be reached.
+// descriptor open.
+#include <utmpx.h>
+
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
 
 #include "vlrcomn/net_interface.h"
 #include "vlrcomn/network_util.h"
@@ -29,6 +34,16 @@ static std::ptrdiff_t entries(const char* folder) {
     return std::distance(std::filesystem::directory_iterator(folder), {});
 }
 
+// Somebody who is in no directory logs on.
+static void log_on(const char* records) {
+    utmpxname(records);
+    utmpx record = {};
+    record.ut_type = USER_PROCESS;
+    std::strcpy(record.ut_user, "nobody-here");
+    std::ofstream(records, std::ios::binary)
+        .write(reinterpret_cast<const char*>(&record), sizeof record);
+}
+
 int main(int count, char** arguments) {
     if (count > 2) {
         std::string local;
@@ -36,10 +51,11 @@ int main(int count, char** arguments) {
         std::puts(local.c_str());
         return 0;
     }
-    if (count > 1) {
+    if (arguments[1] == std::string("addresses")) {
         print_addresses();
         return 0;
     }
+    log_on(arguments[1]);
     const std::ptrdiff_t descriptors = entries("/proc/self/fd");
     const std::ptrdiff_t threads = entries("/proc/self/task");  // an emulator has its own
     std::map<std::wstring, std::wstring> properties;

@@ -21,7 +21,7 @@ const std::vector<Group>& groups() {
         {"Processor",
          {
              {keys::CPUType_Key, "architecture and model", ""},
-             {keys::CPUSpeed_Key, "nominal clock", ""},
+             {keys::CPUSpeed_Key, "clock, on Linux that of the moment", ""},
              {keys::NumOfCPU_Key, "number of processors", ""},
              {keys::CPUSerialNumber_Key, "serial number of the machine", ""},
          }},
