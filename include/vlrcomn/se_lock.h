@@ -28,12 +28,11 @@
  * uses an SE lock and orSO_ThreadDetach() before it ends. Detaching while holding a lock
  * exclusively hands the ownership to whichever thread's event is later made at the same address.
  * - **The end of any thread started by oruBeginThread() frees every thread-local index of the
- * process, the registry's too.** All threads are unattached from then on, and the index may come to
- * serve somebody else. Call orSO_ProcessAttach() again after such an end (not orSO_ProcessDetach(),
- * which would free an index that is not the registry's any more), then orSO_ThreadAttach() in each
- * thread; the events made before are left behind. Better: do not let such threads end while SE
- * locks are in use. Threads that already wait are still woken, since the lock keeps their events.
- * orSO_GetThread() believes whatever the index holds.
+ * process, the registry's too.** All threads are unattached from then on. Call orSO_ProcessAttach()
+ * again after such an end, then orSO_ThreadAttach() in each thread; the events made before are left
+ * behind. Better: do not let such threads end while SE locks are in use. Threads that already wait
+ * are still woken, since the lock keeps their events. The index may come to serve somebody else:
+ * what is stored there then is no identity, and orSO_ThreadDetach() does not close it.
  * - Never ends: asking for exclusive access while holding shared access (two threads that both try
  * to upgrade among them). Can end never: a second shared hold by SharedWaitForExclusive while a
  * writer is queued behind the first.
