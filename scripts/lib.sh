@@ -26,6 +26,12 @@ install_packages() {
     fi
 }
 
+# say_skipped FOLDER: why the last run of its tests skipped some, or left something out; nothing if it did not.
+say_skipped() {
+    awk '/: Skipped$/ { getline; print } /^(SKIPPED|skipped|left out):/' \
+        "$1/Testing/Temporary/LastTest.log" | sort | uniq -c >&2
+}
+
 # build PRESET [TARGET...]: configures once, builds what is out of date.
 build() {
     local preset=$1
