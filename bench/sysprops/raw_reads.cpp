@@ -3,7 +3,6 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <ifaddrs.h>
-#include <mntent.h>
 #include <netdb.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -42,16 +41,17 @@ void memory() {
 }
 
 void disk() {
-    FILE* const table = setmntent("/proc/self/mounts", "re");
-    while (const mntent* const entry = table == nullptr ? nullptr : getmntent(table)) {
-        struct stat root;
+    FILE* const table = fopen("/proc/self/mountinfo", "re");
+    char line[8192];
+    char path[4096];
+    while (table != nullptr && fgets(line, sizeof line, table) != nullptr) {
         struct statvfs space;
-        if (stat(entry->mnt_dir, &root) == 0) {
-            benchmark::DoNotOptimize(statvfs(entry->mnt_dir, &space));
+        if (std::sscanf(line, "%*s %*s %*s %*s %4095s", path) == 1) {
+            benchmark::DoNotOptimize(statvfs(path, &space));
         }
     }
     if (table != nullptr) {
-        endmntent(table);
+        fclose(table);
     }
 }
 

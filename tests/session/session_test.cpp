@@ -20,6 +20,7 @@
 static const std::map<gid_t, const char*> groups = {{'B', "CORP\\Domain Users"},
                                                     {'p', "CORP\\Staff"},
                                                     {'n', "domain users"},
+                                                    {'g', nullptr},  // nor is that group
                                                     {'e', "Corp\\EU\\Domain Users"}};
 
 extern "C" int __wrap_getpwnam_r(const char* name, passwd* user, char*, size_t size, passwd** out) {
@@ -29,8 +30,9 @@ extern "C" int __wrap_getpwnam_r(const char* name, passwd* user, char*, size_t s
 }
 
 extern "C" int __wrap_getgrgid_r(gid_t id, group* entry, char* memory, size_t size, group** out) {
-    entry->gr_name = std::strcpy(memory, groups.at(id));
-    *out = size == 16384 ? entry : nullptr;
+    const char* const name = groups.at(id);
+    *out = size == 16384 && name != nullptr ? entry : nullptr;
+    entry->gr_name = name != nullptr ? std::strcpy(memory, name) : nullptr;
     return 0;
 }
 
@@ -166,10 +168,12 @@ TEST_F(Session, CollectionsOnTwoThreadsSeeEveryRecord) {
 TEST_F(Session, FindsDomains) {
     std::string domain;
     EXPECT_TRUE(FindDomainName("erin", domain) && domain == "corp") << domain;
-    EXPECT_FALSE(FindDomainName("plain", domain) || FindDomainName("nobackslash", domain));
+    EXPECT_FALSE(FindDomainName("plain", domain) || FindDomainName("nobackslash", domain) ||
+                 FindDomainName("groupless", domain));
     const std::string cases[][3] = {
         {"userPrincipalName", "a@First b@second.\n", "first b@second"},
         {"OriginalAuthenticationAuthority", "u@EAST.EXAMPLE\n", ""},
+        {"other", "u@EAST.EXAMPLE;\n", ""},
         {"userPrincipalName", std::string(1023, '.') + "@late", ""},  // 1024 bytes are read
     };
     for (const auto& [attribute, output, expected] : cases) {
@@ -202,7 +206,8 @@ TEST(UserText, IsSplitTrimmedAndLowered) {
     split("none", ',', pieces);
     split(",a,,", ',', pieces);
     EXPECT_THAT(pieces, ElementsAre("kept", "", "a", "", ""));
-    std::string text = trimmer(" .A z;\n") + trimmer("...") + "@[09" + trimmer("\xc3\x89Z\xe9");
+    std::string text =
+        trimmer(" .A z;\n") + trimmer("...") + trimmer(nullptr) + "@[09" + trimmer("\xc3\x89Z\xe9");
     toLower(text += "\xc3\x89");
     EXPECT_EQ(text, "a z@[09z\xc3\x89");
     std::wstring domain, user = L"a\\b\\c";

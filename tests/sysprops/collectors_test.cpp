@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <utility>
 
 #include "support/scripted_platform.h"
 #include "support/temporary_folder.h"
@@ -20,16 +21,16 @@
 #define __THROW
 #endif
 
-static const char* machine = "Power Macintosh";
+static const char* machine = "Power Macintosh";  // empty when it cannot be asked
 
 extern "C" int uname(utsname* out) __THROW {
     std::strcpy(out->machine, machine);
     std::strcpy(out->nodename, "alpha.example.org");
-    return 0;
+    return *machine != '\0' ? 0 : -1;
 }
 
 extern "C" int gethostname(char* out, size_t size) __THROW {
-    return std::memset(out, 'h', size), 0;
+    return std::memset(out, 'h', size), *machine != '\0' ? 0 : -1;
 }
 
 extern "C" hostent* gethostbyname(const char*) {
@@ -44,7 +45,7 @@ extern "C" tm* localtime_r(const time_t* now, tm* out) __THROW {
     int ignored;
     pthread_setcancelstate(cancellation_of_time, &ignored);
     *out = *localtime(now);
-    return out;
+    return *machine != '\0' ? out : nullptr;
 }
 
 using namespace velora_com::qel;
@@ -120,6 +121,17 @@ TEST_F(Collectors, LanguageAndTimeAreThoseOfNow) {
     local.tm_isdst = -1;
     const time_t told = mktime(&local);
     EXPECT_TRUE(before <= told && told <= time(nullptr)) << text;
+}
+
+TEST_F(Collectors, WhatCannotBeAskedIsLeftOut) {
+    const char* const before = std::exchange(machine, "");
+    MiscInformation misc;
+    NetworkInformation network;
+    EXPECT_TRUE(properties.GetMiscInformation(misc));
+    EXPECT_EQ(properties.GetNetworkInformation(network), 0);
+    machine = before;
+    EXPECT_EQ(misc.wstrLastUpdate + network.wstrComputerName + network.wstrIPHostName,
+              L"N/AN/AN/A");
 }
 
 struct VersionFile : Collectors {
