@@ -46,7 +46,7 @@ void* load_into(LibraryEntry** slot, const char* path, LocalMessage& message) {
         return nullptr;  // the library stays loaded, by contract
     }
     entry->references = 1;
-    std::memcpy(entry->name, path, std::min(std::strlen(path) + 1, sizeof entry->name));
+    std::memcpy(entry->name, path, std::min(std::strlen(path), sizeof entry->name));
     publish_library(slot, std::move(entry));
     return module;
 }

@@ -94,9 +94,15 @@ TEST_F(Libraries, SaysWhyItFails) {
     EXPECT_EQ(load_shared_object_image(&module, endless.c_str(), message), 0);
     EXPECT_EQ(std::strlen(message), 511u) << "filled up, not overrun";
     EXPECT_THAT(message, testing::StartsWith("so: "));
+    EXPECT_EQ(load_shared_object_image(&module, endless.c_str(), nullptr), 0);
+    EXPECT_EQ(load_shared_object_image(nullptr, library.c_str(), message), 0);
+    EXPECT_EQ(unload_shared_object_image(nullptr), 0);
+    EXPECT_EQ(oruDisableThreadLibraryCalls(nullptr), 0);
     EXPECT_EQ(oruLoadLibrary(nullptr, &message_), nullptr);
     EXPECT_STREQ(message_, "");
     const wchar_t* wide_message = nullptr;
+    EXPECT_EQ(oruLoadLibraryW(nullptr, &wide_message), nullptr);
+    EXPECT_STREQ(wide_message, L"");
     EXPECT_EQ(oruLoadLibraryW(L"/nowhere/\u00e4\u20ac", &wide_message), nullptr);
     EXPECT_THAT(std::wstring(wide_message), HasSubstr(L"/nowhere/\u00e4\u20ac"));
     const std::wstring wide(library.begin(), library.end());
@@ -120,6 +126,8 @@ TEST_F(Libraries, SymbolsAndStrings) {
     char text[16] = "";
     EXPECT_EQ(oruLoadString(module, 4000000000u, text, sizeof text), 15);
     EXPECT_STREQ(text, "text 4000000000");
+    EXPECT_EQ(oruLoadString(nullptr, 1, text, sizeof text), 0);
+    EXPECT_EQ(oruGetModuleFileName(module, text, sizeof text), 0u);
     EXPECT_EQ(oruFreeLibrary(module), 1);
 }
 
@@ -133,6 +141,7 @@ TEST_F(Libraries, FiftyFillTheList) {
     }
     EXPECT_EQ(modules.back(), nullptr);
     EXPECT_STREQ(message_, "library list full");
+    EXPECT_EQ(nErrno, static_cast<uint32_t>(ENOMEM));
     EXPECT_EQ(oruFreeLibrary(modules[7]), 1);
     modules[7] = load(folder / "50");
     EXPECT_NE(pDynamicLibraryList[7], nullptr) << "the lowest empty slot";
@@ -147,7 +156,10 @@ TEST_F(Libraries, EntryPointsAndConstructorsFindTheListLocked) {
     int calls = 0;
     const wchar_t* wide_message = nullptr;
     called = [&](void* module, uint32_t reason) {
-        ++calls;
+        if (++calls % 4 == 1) {
+            EXPECT_TRUE(*message_ == '\0' && (calls == 1 || *wide_message == L'\0'))
+                << "emptied first";
+        }
         EXPECT_EQ(oruLoadLibraryW(L"x", &wide_message), nullptr);
         EXPECT_STREQ(wide_message, L"locked");
         EXPECT_EQ(load(library), nullptr);

@@ -72,11 +72,13 @@ TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
     errno = ENOENT;
     EXPECT_EQ(LogInSystemLog(SyslogError, "%m %d", 1), 1);
     EXPECT_EQ(errno, ENOENT);
+    EXPECT_EQ(LogInSystemLog(SyslogCritical, "c"), 1);
     EXPECT_EQ(LogInSystemLog(static_cast<SyslogPriority>(-7), "i"), 1);
     EXPECT_EQ(LogInSystemLog(SyslogError, nullptr), 1);
     EXPECT_EQ(logged,
               "open tag; 4 text-5; close\n"
               "open [QEL]; 3 No such file or directory 1; close\n"
+              "open [QEL]; 2 c; close\n"
               "open [QEL]; 6 i; close\n");
 }
 
