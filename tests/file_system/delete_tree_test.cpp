@@ -78,6 +78,11 @@ TEST_F(DeleteTree, AFolderSwappedForALinkIsNotEntered) {
             fs::remove_all(aside);
         }
     }
+    const std::string too_deep = folder_.write(deep + "/inner/sub/file");
+    fault_injection::FailNth refusing(1, "rename");
+    orumcomn_deltree(tree_.c_str());
+    refusing.disarm();
+    EXPECT_EQ(is_there(too_deep), refusing.fired() != nullptr) << "what cannot be moved stays";
 }
 #endif
 

@@ -169,10 +169,12 @@ TEST(System, TextsFitOrTellTheSizeThatTheyNeed) {
     EXPECT_EQ(oruGetSystemDirectory(nullptr, 5), 5U);
     EXPECT_EQ(oruGetComputerName(nullptr, &size), 0);
     EXPECT_EQ(oruGetComputerName(text, nullptr), 0);
+    std::memset(text, '#', sizeof text);
     ++size;
     EXPECT_EQ(oruGetComputerName(text, &size), 1);
     EXPECT_STREQ(text, system.nodename);
     EXPECT_EQ(size, std::strlen(text));
+    EXPECT_EQ(text[size + 1], '#') << "written on";
 }
 
 TEST(System, TicksAreMillisecondsOfTheSystemsClock) {
