@@ -51,7 +51,7 @@ TEST_F(DeleteTree, AFolderSwappedForALinkIsNotEntered) {
     const std::string outside = folder_ / "outside", kept = folder_.write("outside/sub/kept");
     const std::string aside = folder_ / "aside";
     // The deepest folder in which everything can still be named, also when "/." stands behind the top.
-    const size_t length = PATH_MAX - NAME_MAX - 2 - (folder_ / "./inner").size();
+    const size_t length = PATH_MAX - NAME_MAX - 2 - (folder_ / "/./inner").size();
     std::string deep = "tree";
     while (deep.size() + 1 < length) {
         deep += '/' + std::string(std::min<size_t>(200, length - deep.size() - 1), 'd');
@@ -83,6 +83,10 @@ TEST_F(DeleteTree, AFolderSwappedForALinkIsNotEntered) {
     orumcomn_deltree(tree_.c_str());
     refusing.disarm();
     EXPECT_EQ(is_there(too_deep), refusing.fired() != nullptr) << "what cannot be moved stays";
+    // One byte longer than the deepest folder, so that this file cannot be named where it lies.
+    folder_.write(deep + "/inner1/" + std::string(NAME_MAX, 'f'));
+    orumcomn_deltree(tree_.c_str());
+    EXPECT_FALSE(is_there(tree_));
 }
 #endif
 

@@ -78,6 +78,7 @@ TEST(PlatformMatch, DecidesOnNamesAndRanges) {
         // Builds spill into the minor, everything is modulo 2^64 and unsigned; numbers saturate.
         {"MAC:1:0:65536", "MAC:1:1:0-1:1:0", 0},
         {"MAC:65535:-1:65535", "MAC:0", 0},
+        {"MAC:65535", "MAC:0", 1},
         {"MAC:0:0:99999999999999999999", "MAC:0:0:2147483647-0:0:2147483647", 0},
         {"MAC:+7: 8", "MAC:7:8-7:8", 0},
         {"MAC:x", "MAC:1-:", 1},

@@ -134,10 +134,11 @@ TEST(UserList, IsCutBeforeAName) {
 
 TEST_F(Session, GivesUserNameWithinItsBuffer) {
     char buffer[64];
+    std::memset(buffer, '#', sizeof buffer);
     EXPECT_EQ(orumcomn_get_user_name(nullptr, 64), ORU_FAILURE);
     EXPECT_EQ(orumcomn_get_user_name(buffer, 2), ORU_FAILURE);
     EXPECT_EQ(orumcomn_get_user_name(buffer, 3), ORU_SUCCESS);  // there is no record file yet
-    EXPECT_STREQ(buffer, "NA");
+    EXPECT_EQ(std::string(buffer, 4), std::string("NA\0#", 4));
     add(USER_PROCESS, "1", "plain", "tty1");
     add(USER_PROCESS, "2", "Bob", "tty2");
     EXPECT_EQ(orumcomn_get_user_name(buffer, sizeof buffer), ORU_SUCCESS);
