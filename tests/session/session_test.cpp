@@ -102,6 +102,10 @@ TEST_F(Session, SortsUsersAndWritesEveryRecord) {
                   last + " \nComing out from the logon session collections.\n");
     EXPECT_THAT(network_, ElementsAre(L"corp\\bob", L"east.example\\carol", L"kept"));
     std::wstring network_text, local_text = L"as passed";
+    utmpxname("/nonexistent");
+    CollectComaSepLoggedonUsers(network_text, local_text, false);
+    EXPECT_EQ(network_text + L'|' + local_text, L"|as passed") << "without users";
+    utmpxname(records_.c_str());
     CollectComaSepLoggedonUsers(network_text, local_text, true);
     EXPECT_EQ(network_text + L'|' + local_text, L"corp\\bob,east.example\\carol|as passed");
 }
@@ -175,7 +179,7 @@ TEST_F(Session, FindsDomains) {
         {"userPrincipalName", "a@First b@second.\n", "first b@second"},
         {"OriginalAuthenticationAuthority", "u@EAST.EXAMPLE\n", ""},
         {"other", "u@EAST.EXAMPLE;\n", ""},
-        {"userPrincipalName", std::string(1023, '.') + "@late", ""},  // 1024 bytes are read
+        {"userPrincipalName", std::string(1024, '.') + "@late", ""},  // 1024 bytes are read
     };
     for (const auto& [attribute, output, expected] : cases) {
         script().run_command = [text = output](const std::string&) { return text; };
