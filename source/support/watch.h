@@ -13,10 +13,11 @@ namespace velora_com::qel::support {
 bool has_several_processors() noexcept;
 
 // Looks until `changed` gives true, or for some microseconds, the time that a sleep and a wake-up would
-// take. Returns whether it did. Not a cancellation point.
+// take. Returns whether it did. Not a cancellation point. The pauses are as long as an answer from another
+// processor takes; more of them only hold up a thread that waits for this one's processor, as a yield does not.
 template <typename Changed>
 bool watch(Changed changed) noexcept {
-    constexpr int pauses = 100;
+    constexpr int pauses = 20;
     constexpr int yields = 20;
     if (!has_several_processors()) {
         return false;
