@@ -105,6 +105,18 @@ TEST_F(Collectors, ReportWhatIsKnownInSteps) {
     }
 }
 
+TEST_F(Collectors, EveryCodeOfAProcessorHasItsName) {
+    std::string names;
+    for (long code = -1; code <= 300; ++code) {
+        char name[16] = "";
+        names += ConvertGestaltCPUTypeToString(code, name) ? std::to_string(code) + name + ' ' : "";
+        names += ConvertGestaltSysArchToString(code, name) ? std::to_string(code) + name + ' ' : "";
+    }
+    EXPECT_EQ(names,
+              "068000 168010 1MC680x0 268020 2PowerPC 368030 468040 10Intel 257601 259603 260604 "
+              "262603e 263603ev 264750 265604e 266604ev 268G4 272G47450 ");
+}
+
 TEST_F(Collectors, LanguageAndTimeAreThoseOfNow) {
     MiscInformation info;
     const time_t before = time(nullptr);
@@ -173,6 +185,9 @@ TEST_F(VersionFile, IsReadWhenProper) {
     const TemporaryFolder folder;
     ASSERT_EQ(truncate(folder.write("large", "<").c_str(), (off_t{64} << 20) + 1), 0);
     folder.write("zero", std::string("\0<plist/>", 9));
+    script().system_version_file = "/sys/kernel/uevent_seqnum";  // shorter than its size says
+    EXPECT_EQ(facts(), L"N/A N/A N/A N/A N/A");
+    script().asked.clear();
     for (const char* const name : {"zero", "large", "none"}) {
         script().system_version_file = folder / name;
         EXPECT_EQ(facts(), L"N/A N/A N/A N/A N/A") << name;
