@@ -150,7 +150,7 @@ void wake_up_and_back(benchmark::State& state) {
 }
 
 // A wait so long that the thread does sleep; what is measured is one end of it.
-constexpr double long_work = 200e-6;
+constexpr double long_work = 100e-6;
 
 // From the signal to the waiter's return.
 template <typename EventType>
