@@ -26,12 +26,24 @@ if [ "$way" = packages ]; then
         dpkg-deb -x "$package" "$work/root"
     done
     prefix=$work/root/usr
+    if type lintian >/dev/null 2>&1; then
+        other_layout=()  # of a build folder that was configured for /usr/local
+        [ ! -e "$prefix/lib/pkgconfig" ] ||
+            other_layout=(--suppress-tags pkg-config-unavailable-for-cross-compilation)
+        quietly lintian --allow-root --fail-on error,warning "${other_layout[@]}" "$work"/packages/*.deb
+    else
+        left_out 'no lintian'
+    fi
 else
     quietly cmake --install "$build" --prefix "$work/prefix"
     prefix=$work/prefix
 fi
 [[ $("$prefix/bin/vlrprops" --version) == 'vlrprops '* ]]
-[ -e "$prefix/share/man/man1/vlrprops.1" ]
+[ -e "$(echo "$prefix"/share/man/man1/vlrprops.1*)" ]
+libraries=$(dirname "$(find "$prefix" -name libvlrcomn.a)")
+if grep -q '^CMAKE_BUILD_TYPE:.*=Rel' "$build/CMakeCache.txt"; then
+    "$(dirname "$0")/../interface/hardened.sh" "$libraries"/libvlrcomn.{a,so} "$prefix/bin/vlrprops"
+fi
 
 examples=$(find "$prefix" -type d -name examples)
 for form in vlrcomn vlrcomn_static; do  # in one folder: the second time only links anew
@@ -45,11 +57,11 @@ grep -q "$prefix.*libvlrcomn" "$work/vlrcomn"
 [ "$(grep -c libvlrcomn "$work/vlrcomn_static")" = 0 ]
 
 command -v pkg-config >/dev/null || skip 'no pkg-config'
-libraries=$(dirname "$(find "$prefix" -name libvlrcomn.a)")
 flags() { PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config "$@" vlrcomn; }
+all_of_it='-Wl,--whole-archive -l:libvlrcomn.a -Wl,--no-whole-archive'  # so that every other library is needed
 for form in --static ''; do
     linked=$(flags --libs $form)
-    [ "$form" ] && linked=${linked/-lvlrcomn/-l:libvlrcomn.a} || export LD_LIBRARY_PATH=$libraries
+    [ "$form" ] && linked=${linked/-lvlrcomn/$all_of_it} || export LD_LIBRARY_PATH=$libraries
     "$cc" "$examples/worker.c" $(flags --cflags) $linked -o "$work/in_c"
     "$cxx" -std=c++17 "$examples/hello.cpp" $(flags --cflags) $linked -o "$work/in_cxx"
     [[ $("$work/in_c") == *'stopped after 3' && $("$work/in_cxx") == *': '* ]]
