@@ -3,10 +3,13 @@ find_package(Threads REQUIRED)
 
 add_library(vlrcomn_options INTERFACE)
 # Static C++ checks of gcc and clang alike; -Wconversion keeps 32-bit contracts honest on 64-bit hosts.
-target_compile_options(vlrcomn_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wformat=2 -Wundef
-    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wno-missing-field-initializers>
-    $<$<BOOL:${VLRCOMN_WARNINGS_AS_ERRORS}>:-Werror>)
+# Part of somebody else's build, the library keeps to the warnings of that build.
+if(is_main_project)
+    target_compile_options(vlrcomn_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wformat=2 -Wundef
+        $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wno-missing-field-initializers>)
+endif()
+target_compile_options(vlrcomn_options INTERFACE $<$<BOOL:${VLRCOMN_WARNINGS_AS_ERRORS}>:-Werror>)
 target_compile_definitions(vlrcomn_options INTERFACE _FILE_OFFSET_BITS=64)
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     target_compile_definitions(vlrcomn_options INTERFACE _GNU_SOURCE)

@@ -47,6 +47,9 @@ void __wrap_vsyslog(int level, const char* format, va_list arguments) {
     std::vsnprintf(text, sizeof text, format, arguments);
     append(std::to_string(level) + " " + text + "; ");
 }
+void __wrap___vsyslog_chk(int level, int, const char* format, va_list arguments) {
+    __wrap_vsyslog(level, format, arguments);  // as an optimised build of glibc's headers calls it
+}
 void __wrap_closelog() {
     errno = ENOTCONN;
     append("close\n");
