@@ -47,34 +47,35 @@ constexpr bool is_ascii(char byte) {
 
 constexpr ptrdiff_t block = 8;
 
-bool is_ascii_block(const wchar_t (&characters)[block]) noexcept {
+bool is_ascii_block(const wchar_t* characters) noexcept {
     uint32_t joined = 0;
-    for (const wchar_t character : characters) {
-        joined |= static_cast<uint32_t>(character);
+    for (ptrdiff_t i = 0; i < block; ++i) {
+        joined |= static_cast<uint32_t>(characters[i]);
     }
     return joined < 0x80;
 }
 
-bool is_ascii_block(const char (&bytes)[block]) noexcept {
+bool is_ascii_block(const char* bytes) noexcept {
     uint64_t joined = 0;
-    static_assert(sizeof joined == sizeof bytes);
-    std::memcpy(&joined, bytes, sizeof bytes);
+    static_assert(sizeof joined == block);
+    std::memcpy(&joined, bytes, sizeof joined);
     return (joined & UINT64_C(0x8080808080808080)) == 0;
 }
 
-// Copies a run of ASCII to `out`, moving both positions behind it. Whole blocks go through a copy of
-// their own, which the compiler knows not to overlap `out`.
+// The two do not overlap, which lets the compiler copy a block at a time. A local array would do the same
+// and cost a guard of the stack.
+template <typename From, typename To>
+void copy_block(const From* __restrict text, To* __restrict out) noexcept {
+    for (ptrdiff_t i = 0; i < block; ++i) {
+        out[i] = static_cast<To>(text[i]);
+    }
+}
+
+// Copies a run of ASCII to `out`, moving both positions behind it.
 template <typename From, typename To>
 void copy_ascii(const From*& text, const From* end, To*& out) noexcept {
-    while (end - text >= block) {
-        From characters[block];
-        std::memcpy(characters, text, sizeof characters);
-        if (!is_ascii_block(characters)) {
-            break;
-        }
-        for (ptrdiff_t i = 0; i < block; ++i) {
-            out[i] = static_cast<To>(characters[i]);
-        }
+    while (end - text >= block && is_ascii_block(text)) {
+        copy_block(text, out);
         text += block;
         out += block;
     }
