@@ -1,5 +1,14 @@
 #include "support/fault_injection.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+#if __has_include(<linux/seccomp.h>)
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#endif
+
+#include "support/skip.h"
 #include "sync_support.h"
 #include "vlrcomn/file.h"
 
@@ -47,6 +56,32 @@ TEST(Faults, OperationsTakeTheLocksThatExcludeOthers) {
     const oruHandle ended = make_handle_record(ORU_KIND_THREAD).release();
     EXPECT_TRUE(takes(3, [=] { oruCloseHandle(ended); }));
 }
+
+#if __has_include(<linux/seccomp.h>)
+// In a child that the system ends at any call but the one that ends it.
+TEST(Faults, ALookAsksTheSystemForNothing) {
+    const Handle set = make_event(1), reset = make_event(), owned = make_mutex(1),
+                 mutex = make_mutex();
+    const auto running = make_handle_record(ORU_KIND_THREAD);
+    const pid_t child = fork();
+    if (child == 0) {
+        if (prctl(PR_SET_SECCOMP, SECCOMP_MODE_STRICT) != 0) {
+            _exit(77);
+        }
+        const bool right =
+            wait_for(set, 0) == ORU_WAIT_SIGNALLED && wait_for(mutex, 0) == ORU_WAIT_SIGNALLED &&
+            wait_for(reset, 0) == ORU_WAIT_TIMEOUT && wait_for(owned, 0) == ORU_WAIT_TIMEOUT &&
+            oruWaitForSingleObject(running.get(), 0) == ORU_WAIT_TIMEOUT;
+        syscall(SYS_exit, right ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == 77) {
+        SKIP_FOR_LACK_OF("the right to give up system calls");
+    }
+    EXPECT_EQ(status, 0);
+}
+#endif
 
 TEST(Faults, TheDeadlineIsNotCarriedIntoTheSeconds) {
     const Handle reset = make_event(), set = make_event(1), owned = make_mutex(1);
