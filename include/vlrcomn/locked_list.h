@@ -14,7 +14,9 @@
  *
  * **Threads.** Any number of threads may use one list, each after orSO_ThreadAttach() (se_lock.h).
  * The lock is recursive for its exclusive owner, so a walk that began with an exclusive GetHead may
- * insert and remove; a walk under a shared GetHead must not, it would wait for itself for ever.
+ * insert and remove; a walk under a shared GetHead must not, it would wait for itself for ever. Nor may
+ * it ask whether the list is empty, or for its head again: with a writer queued in between that second
+ * shared hold never comes.
  *
  * **A lock that is not granted.** A thread that is not attached is turned away when it would have
  * to wait. Links are touched only under a granted lock, so its insertion leaves the item out of the
@@ -22,7 +24,9 @@
  * whose lock was not created or is released already, provided that its header is still there.
  *
  * **Cancellation.** A call that is cancelled while it waits has not touched the list and holds
- * nothing. No function of this family is a cancellation point once it has the lock.
+ * nothing. No function of this family is a cancellation point once it has the lock. (On Mac OS X 10.4 a
+ * thread with a waiting cancellation may end when its change is made and the lock given back, so that
+ * what it has removed is in nobody's hands.)
  *
  * A header must not be moved or copied while in use: the sentinels of #orSLL2 point into it.
  */

@@ -4,8 +4,9 @@
  *
  * An SE lock is held either shared by any number of threads, or exclusively by one thread, which
  * may take it again in any mode (recursion) and must release it as often as it took it. A thread
- * that has to wait sleeps on its own event; whoever lets it in first makes it the holder and then
- * sets that event, so a lock never looks free while it is on its way to a waiter.
+ * that has to wait sleeps on its own event, on machines with several processors after some
+ * microseconds of looking; whoever lets it in first makes it the holder and then sets that event, so a
+ * lock never looks free while it is on its way to a waiter.
  *
  * | held       | Exclusive, Notify | SharedWaitForExclusive         | SharedStarveExclusive |
  * |------------|-------------------|--------------------------------|-----------------------|
@@ -28,11 +29,11 @@
  * uses an SE lock and orSO_ThreadDetach() before it ends. Detaching while holding a lock
  * exclusively hands the ownership to whichever thread's event is later made at the same address.
  * - **The end of any thread started by oruBeginThread() frees every thread-local index of the
- * process, the registry's too.** All threads are unattached from then on. Call orSO_ProcessAttach()
- * again after such an end, then orSO_ThreadAttach() in each thread; the events made before are left
- * behind. Better: do not let such threads end while SE locks are in use. Threads that already wait
- * are still woken, since the lock keeps their events. The index may come to serve somebody else:
- * what is stored there then is no identity, and orSO_ThreadDetach() does not close it.
+ * process, the registry's too.** All threads are unattached from then on, whatever the index comes to
+ * hold for somebody else: orSO_ThreadDetach() and orSO_ProcessDetach() give 0 and touch nothing. Call
+ * orSO_ProcessAttach() again after such an end, then orSO_ThreadAttach() in each thread; the events
+ * made before are left behind. Better: do not let such threads end while SE locks are in use. Threads
+ * that already wait are still woken, since the lock keeps their events.
  * - Never ends: asking for exclusive access while holding shared access (two threads that both try
  * to upgrade among them). Can end never: a second shared hold by SharedWaitForExclusive while a
  * writer is queued behind the first.
@@ -44,8 +45,12 @@
  * **Memory order.** What a holder did before it released is visible to every later holder.
  *
  * **Cancellation.** A thread that is cancelled (deferred type) while it waits leaves the queue, or
- * gives the lock back if it had just been granted; it then holds what it held before the call. A
- * wait is the only cancellation point here. Cancellation of the asynchronous type is not supported.
+ * gives the lock back if it had just been granted; it then holds what it held before the call. Readers
+ * that only a cancelled writer kept waiting are let in. A sleep is the only cancellation point here.
+ * Cancellation of the asynchronous type is not supported. On Mac OS X 10.4 a thread that sleeps for a
+ * lock is not cancelled before it has been let in, and one with a waiting cancellation may end where it
+ * asks for a spin word that stays taken, without it, or at the end of a release that met such a word, done
+ * with it.
  *
  * **Signals.** Nothing here may be called from a signal handler.
  *
@@ -91,7 +96,7 @@ VLRCOMN_API int32_t orSO_ProcessAttach(void);
 /**
  * Gives the registry's index back. Threads should have detached: their events are not closed here.
  *
- * @return what oruTlsFree() says: 1, or 0 when the registry was not set up
+ * @return what oruTlsFree() says: 1, or 0 when the registry was not set up or its index has been freed
  */
 VLRCOMN_API int orSO_ProcessDetach(void);
 
@@ -109,9 +114,9 @@ VLRCOMN_API uintptr_t orSO_ThreadAttach(void);
 /**
  * Ends the registration of the calling thread and closes its event. The thread must not hold or
  * wait for an SE lock. It may attach again later. A thread that is not attached has nothing to
- * close.
+ * close, which is safe also after the registry's index has been freed.
  *
- * @return 1; 0 when the registry was not set up
+ * @return 1; 0 when the registry was not set up or its index has been freed
  */
 VLRCOMN_API int orSO_ThreadDetach(void);
 
@@ -119,7 +124,7 @@ VLRCOMN_API int orSO_ThreadDetach(void);
  * Marks the calling thread unregistered without closing its event, which is left behind: for a
  * thread whose event somebody else closes.
  *
- * @return 1; 0 when the registry was not set up
+ * @return 1; 0 when the registry was not set up or its index has been freed
  */
 VLRCOMN_API int orSO_ThreadAttachX(void);
 
@@ -133,7 +138,7 @@ VLRCOMN_API uintptr_t orSO_GetThread(void);
  * Tells what the registry holds.
  *
  * @return the calling thread's value as stored, for debugging: its identity, #ORSO_NO_THREAD after
- * a detach, 0 when never set or when the registry is not set up
+ * a detach, 0 when never set, or when the registry is not set up or its index has been freed
  */
 VLRCOMN_API uintptr_t orSO_DbgGetThread(void);
 /** @} */
@@ -141,7 +146,8 @@ VLRCOMN_API uintptr_t orSO_DbgGetThread(void);
 /** @name Spin word
  *
  * A 32-bit word, 0 when free and 1 when held, for sections of a few instructions. It has no owner
- * and is not recursive. Taking and giving it back are one oruInterlockedExchange() each.
+ * and is not recursive. Taking and giving it back are one atomic exchange each, without the mutex of
+ * oruInterlockedExchange(); both may be used for one word.
  * @{ */
 
 /**
@@ -149,7 +155,8 @@ VLRCOMN_API uintptr_t orSO_DbgGetThread(void);
  *
  * The first 4000 tries follow each other at once; then come 100 tries each with a sleep of 0, 10
  * ms, 100 ms and 1 s before the next one; **from the 4401st on it tries without sleeping and burns
- * a processor** until the word is free. A thread is not cancelled in here.
+ * a processor** until the word is free. A try that finds the word held only looks at it. A thread is
+ * not cancelled in here (on Mac OS X 10.4 it may end in a sleep, without the word).
  *
  * @param spin the word; null returns at once
  * @return 0, always

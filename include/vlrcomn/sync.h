@@ -20,7 +20,8 @@
  * Cancellation: the waits are cancellation points while they sleep, and nothing stays locked when a
  * waiting thread is cancelled. Do not call them from a C++ function that is `noexcept` in threads
  * that may be cancelled. Only deferred cancellation is supported: one of the asynchronous type may leave
- * a lock held.
+ * a lock held. On Mac OS X 10.4 a thread that sleeps here is not cancelled but sleeps on until it is
+ * signalled: end such a thread by an event of its own.
  *
  * After `fork` in a process with several threads only `exec` is safe in the child. No function here
  * may be called from a signal handler.
@@ -109,8 +110,11 @@ VLRCOMN_API int oruReleaseMutex(oruHandle mutex);
 /**
  * Waits until an event is set, a thread has ended or a mutex is free; a mutex is then the caller's.
  *
- * A signalled object gives #ORU_WAIT_SIGNALLED at once, whatever the time-out. Otherwise the call
- * sleeps until the object is signalled or its deadline on the wall clock has passed:
+ * A signalled object gives #ORU_WAIT_SIGNALLED at once, whatever the time-out. With a time-out of 0
+ * any other gives #ORU_WAIT_TIMEOUT at once, and the system is not asked for anything. Otherwise the
+ * call looks for some microseconds, on machines with several processors, and then sleeps until the
+ * object is signalled or its deadline on the wall clock has passed. An event that is reset as soon as it
+ * is set wakes those who sleep and may be missed by one who still looks.
  *
  * - **A timed wait may fail.** The deadline adds the time-out's milliseconds (time-out mod 1000) to
  * the current microseconds without a carry into the seconds; when the sum reaches a full second the
@@ -124,7 +128,7 @@ VLRCOMN_API int oruReleaseMutex(oruHandle mutex);
  * - The wall clock is followed when it is set anew during the wait.
  *
  * @param handle an event, thread or mutex.
- * @param milliseconds time-out; 0 looks and returns.
+ * @param milliseconds time-out; 0 looks and returns and is no cancellation point.
  * @return #ORU_WAIT_SIGNALLED, #ORU_WAIT_TIMEOUT or #ORU_WAIT_FAILED: null, #ORU_INVALID_HANDLE or
  * a file (EINVAL), the missing carry above, an unreadable clock or a failing lock.
  */
@@ -164,7 +168,8 @@ VLRCOMN_API uint32_t oruWaitForMultipleObjects(uint32_t count, const oruHandle* 
  * changes: two threads may both get the same number. A count that frees an object when it reads 0
  * may therefore see 0 twice and must not be built on the result alone.
  *
- * Increments and decrements exclude one another; an exchange of the same word is not held off.
+ * Increments and decrements exclude one another; an exchange of the same word is not held off, so that
+ * one of the two changes may be lost: use either kind for a word, not both.
  * Reading the word elsewhere needs an atomic read.
  *
  * @param value the word; null gives 0 (EINVAL).
@@ -183,7 +188,8 @@ VLRCOMN_API int32_t oruInterlockedDecrement(volatile int32_t* value);
 /**
  * Stores a value in a word, one exchange at a time in the whole process.
  *
- * Exchanges exclude one another, but neither increments nor decrements.
+ * Exchanges exclude one another, but neither increments nor decrements. Each is one atomic
+ * instruction, so that others may exchange the same word by the processor's means, as orSL_Get() does.
  *
  * @param target the word; null gives 0 (EINVAL).
  * @param value what to store.

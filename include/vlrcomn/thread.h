@@ -46,6 +46,11 @@ typedef uint32_t (*oruThreadRoutine)(void* parameter);
  * way ends the process), and not where it only runs clean-up handlers (Mac OS X). An exception that
  * escapes the routine ends the process by `std::terminate`, as with `std::thread`.
  *
+ * The handle is signalled at the end of the routine, before the thread's C++ `thread_local` objects and
+ * the values of POSIX keys have been destroyed: what they use must outlive them. Closing the handle gives
+ * up the only way to learn of the end. A wait for it may end early, by a wake-up that the system makes up
+ * (oruWaitForSingleObject() tells when): have the routine set a word of yours and look at that.
+ *
  * @param attributes ignored.
  * @param stack_size ignored.
  * @param routine what to run; null is refused.

@@ -28,8 +28,8 @@ void take_contended_spin(volatile int32_t& spin) {
     do {
         failed_tries += failed_tries < UINT_MAX ? 1 : 0;
         if (const int32_t microseconds = sleep_after(failed_tries); microseconds != no_sleep) {
-            // A sleep is a cancellation point; a thread that were cancelled here while it releases a
-            // lock could not tell whether it still holds it.
+            // A sleep is a cancellation point. Where allowing cancellation again acts on one that waits, the
+            // thread ends here with nothing taken; who gives a lock back forbids it for longer.
             const support::CancellationOff uncancelled;
             usleep(static_cast<useconds_t>(microseconds));
         } else {

@@ -8,6 +8,7 @@
 
 #include "portability/errors.h"
 #include "portability/tls_index.h"
+#include "support/cancellation.h"
 #include "sync_support.h"
 
 using namespace sync_test;
@@ -90,6 +91,9 @@ TEST(Wait, LooksAtOneHandleAfterAnotherForTenMilliseconds) {
 }
 
 TEST(Wait, CancellationLeavesNothingLocked) {
+    if (!condition_waits_can_be_cancelled()) {
+        GTEST_SKIP() << "nobody can be cancelled while it waits on a condition";
+    }
     const Handle event = make_event(), mutex = make_mutex(1);
     for (int round = 0; round < 120; ++round) {
         const Handle& handle = round % 2 == 0 ? event : mutex;
@@ -110,6 +114,9 @@ TEST(Thread, EveryWayToEndSignalsTheHandleAndFreesTheIndices) {
     };
     for (const auto& ending : endings) {
         SCOPED_TRACE(&ending - endings);
+        if (&ending == endings + 2 && !condition_waits_can_be_cancelled()) {
+            break;
+        }
         ASSERT_EQ(oruTlsAlloc(), 0u);
         uint32_t id = 99;
         const Handle thread(oruBeginThread(nullptr, 1, ending, nullptr, 4, &id));
