@@ -57,6 +57,54 @@ TEST(LinkedListDeathTest, AChainShorterThanItsCountIsAnAssertion) {
                  assertion_message("\\.\\./source/Linklist", "200", "LinkedList_PeekAt", "lpItem"));
 }
 
+TEST(Lists, NullIsRefusedOrNothing) {
+    LinkedListItem counted{};
+    orLLItem item{nullptr}, *head = &item;
+    orLL2Node node{};
+    LinkedListHandle list = nullptr;
+    LinkedList_End(nullptr);
+    ASSERT_EQ(LinkedList_Init(&list), 1);
+    EXPECT_EQ(LinkedList_AddHead(nullptr, &counted) + LinkedList_AddHead(list, nullptr), 0);
+    EXPECT_EQ(LinkedList_AddTail(nullptr, &counted) + LinkedList_AddTail(list, nullptr), 0);
+    EXPECT_EQ(LinkedList_GetCount(list), 0);
+    for (LinkedListHandle nothing : {list, LinkedListHandle{nullptr}}) {
+        EXPECT_EQ(LinkedList_RemoveTail(nothing), nullptr);
+        EXPECT_EQ(LinkedList_PeekAt(nothing, 0), nullptr);
+        EXPECT_EQ(LinkedList_RemoveAt(nothing, 0), nullptr);
+    }
+    LinkedList_End(&list);
+    EXPECT_EQ(list, nullptr);
+
+    orLL_Init(nullptr);
+    orLL_XInsertHead(nullptr, &item);
+    orLL_XInsertHead(&head, nullptr);
+    orLL_XRemove(nullptr, &item);
+    orLL_XRemove(&head, nullptr);
+    EXPECT_EQ(head, &item);
+    EXPECT_EQ(orLL_XRemoveHead(nullptr), nullptr);
+    EXPECT_EQ(orLL_XGetNext(nullptr), nullptr);
+    EXPECT_EQ(orLL_IsEmpty(nullptr) + orLL_XIsEnd(nullptr) + orLL2_XIsEnd(nullptr), 3);
+    EXPECT_EQ(orLL2_XGetNext(nullptr), nullptr);
+    EXPECT_EQ(orLL2_XGetPrev(nullptr), nullptr);
+    orLL2_XRemove(nullptr);
+    orLL2_XRemove(&node);  // in no list
+
+    EXPECT_TRUE(orSLL_Init(nullptr) && orSLL_Create(nullptr) && orSLL_IsEmpty(nullptr));
+    EXPECT_TRUE(orSLL2_Init(nullptr) && orSLL2_Create(nullptr) && orSLL2_IsEmpty(nullptr));
+    orSLL_XInsertHead(nullptr, &item);
+    orSLL2_XInsertHead(nullptr, &node);
+    orSLL2_XInsertTail(nullptr, &node);
+    EXPECT_EQ(orSLL_XRemoveHead(nullptr), nullptr);
+    EXPECT_EQ(orSLL2_XRemoveHead(nullptr), nullptr);
+    EXPECT_EQ(orSLL2_XRemoveTail(nullptr), nullptr);
+    EXPECT_EQ(orSLL_XGetHead(nullptr, 1, 1), nullptr);
+    EXPECT_EQ(orSLL2_XGetHead(nullptr, 1, 1), nullptr);
+    orSLL_LockRelease(nullptr);
+    orSLL2_LockRelease(nullptr);
+    orSLL_Release(nullptr);
+    orSLL2_Release(nullptr);
+}
+
 class LockedLists : public testing::Test {
 protected:
     LockedLists() {
@@ -102,6 +150,7 @@ TEST_F(LockedLists, ADequeBehavesAsOne) {
             node = orLL2_XGetNext(node);
         }
         ASSERT_EQ(orLL2_XIsEnd(node), 1);
+        ASSERT_EQ(orLL2_XGetPrev(node), model.empty() ? &deque_->head : model.back());
         orSLL2_LockRelease(deque_);
     }
 }
@@ -114,6 +163,7 @@ TEST_F(LockedLists, AStackGivesTheLatestFirst) {
     EXPECT_EQ(orSLL_XGetHead(stack_, 1, 1), &items[2]);
     orLL_XRemove(&items[2].next, &items[1]);
     EXPECT_EQ(orLL_XGetNext(&items[2]), &items[0]);
+    EXPECT_EQ(orLL_XIsEnd(&items[0]) + orLL_XIsEnd(orLL_XGetNext(&items[0])), 1);
     EXPECT_EQ(orSLL_XRemoveHead(stack_), &items[2]) << "recursive for its owner";
     orSLL_LockRelease(stack_);
     EXPECT_FALSE(orSLL_IsEmpty(stack_));

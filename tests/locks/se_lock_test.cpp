@@ -135,6 +135,7 @@ TEST(ThreadRegistry, AttachesAndDetachesAndSurvivesASweep) {
         ASSERT_GE(orSO_ProcessAttach(), 0);
         EXPECT_EQ(orSO_ThreadAttach(), 1u);
         const uintptr_t event = orSO_GetThread();
+        orSO_ThreadDetachX();
         EXPECT_EQ(orSO_ThreadAttach(), event) << "only the first one gives 1";
         if (sweep) {
             velora_com::qel::portability::free_tls_indices_of_process();

@@ -41,6 +41,7 @@ TEST(Handle, IsRefusedWhereItDoesNotFit) {
     EXPECT_EQ(oruCloseHandle(make_handle_record(4).get()), 0);
     EXPECT_EQ(oruCreateEvent(nullptr, 2, 0, nullptr), nullptr);
     EXPECT_EQ(oruCreateEvent(nullptr, 1, 0, "named"), nullptr);
+    EXPECT_EQ(oruOpenMutex(0, 0, "named"), nullptr);
     EXPECT_EQ(oruCreateThread(nullptr, 0, nullptr, nullptr, 0, nullptr), nullptr);
     EXPECT_EQ(oruBeginThread(nullptr, 0, nullptr, nullptr, 0, nullptr), ORU_INVALID_HANDLE);
 }
@@ -49,6 +50,9 @@ TEST(Interlocked, WrapsAndTellsTheOutcomeOrWhatWasThere) {
     int32_t word = INT32_MAX;
     EXPECT_EQ(oruInterlockedIncrement(&word), INT32_MIN);
     EXPECT_EQ(oruInterlockedDecrement(&word), INT32_MAX);
+    nErrno = 0;
+    EXPECT_EQ(oruInterlockedIncrement(nullptr) + oruInterlockedExchange(nullptr, 1), 0);
+    EXPECT_EQ(nErrno, EINVAL);
     EXPECT_EQ(oruInterlockedExchange(&word, 1), INT32_MAX);
 }
 
@@ -71,6 +75,7 @@ TEST(Wait, LooksAtOneHandleAfterAnotherForTenMilliseconds) {
     } cases[] = {
         {{set}, 1, ORU_INFINITE, ORU_WAIT_FAILED},
         {{set}, 0, 0, ORU_WAIT_TIMEOUT},  // looks at nothing
+        {{}, 0, 10, ORU_WAIT_FAILED},
         {{nullptr}, 0, 10, ORU_WAIT_FAILED},
         {{reset, set}, 2, 20, 3},  // index 1 reads as a time-out
         {{reset, reset, mutex.get()}, 0, 30, 4},
