@@ -47,6 +47,13 @@ TEST_F(SELock, GrantsAtOnceWhatTheModeAllows) {
     holder.run([&] { EXPECT_EQ(orSO_SELock(lock_, 2, 1), 1); });
     EXPECT_EQ(open_to(), "-++");
     EXPECT_EQ(orSO_SELock(lock_, 1, 2), 0);
+    for (const Mode mode : {exclusive, shared_behind_writers, shared_past_writers}) {
+        EXPECT_EQ(mode(nullptr, 1), 0);
+    }
+    EXPECT_EQ(orSO_SELockExclusiveNotify(nullptr, nullptr, 0, 0), 0);
+    EXPECT_EQ(orSO_SELockExclusiveUnnotify(nullptr, nullptr, 0, 0), 0);
+    orSO_SELockExclusiveToShared(nullptr);
+    EXPECT_EQ(orSO_SELockCreate(nullptr), ORU_FAILURE);
     queue(writer, lock_, exclusive);
     EXPECT_EQ(open_to(), "--+");
     orSO_SELockRelease(lock_);
