@@ -1,4 +1,4 @@
-/* A model of the shared/exclusive lock: source/lists/se_lock.cpp, se_lock_wait.cpp, notification.cpp.
+/* A model of the shared/exclusive lock: source/locks/se_lock.cpp, se_lock_wait.cpp, notification.cpp.
  * Steps carry the names of the functions they stand for.
  *
  * Threads take the lock in modes of spin's choice, nest in any mode, downgrade, release, register and

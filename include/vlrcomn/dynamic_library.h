@@ -152,6 +152,15 @@ VLRCOMN_API void* oruGetProcAddress(void* module, const char* name, const char**
 VLRCOMN_API int oruFreeLibrary(void* module);
 
 /**
+ * Marks a loaded library as one that does not want to be told of threads. Only the mark is kept: no
+ * library is ever told of a thread's start or end. An entry point may call this.
+ *
+ * @param module a module handle.
+ * @return 1, or 0 when it is null or none of the loaded libraries.
+ */
+VLRCOMN_API int oruDisableThreadLibraryCalls(void* module);
+
+/**
  * Asks a module for one of its texts: calls its "loadString" with the same four arguments.
  *
  * @param module a module handle that has not been freed; of the four only this one is looked at here, and

@@ -19,6 +19,7 @@
 #ifndef VLRCOMN_THREAD_H
 #define VLRCOMN_THREAD_H
 
+#include "vlrcomn/dynamic_library.h" /* oruDisableThreadLibraryCalls(), which programs look for here */
 #include "vlrcomn/types.h"
 
 #ifdef __cplusplus
@@ -105,15 +106,6 @@ VLRCOMN_API void oruCleanupThread(void* start_block);
  * @param thread ignored.
  */
 VLRCOMN_API void set_pthread_sched_param(oruHandle thread);
-
-/**
- * Marks a loaded library as one that does not want to be told of threads. Only the mark is kept: no
- * library is ever told of a thread's start or end. An entry point may call this.
- *
- * @param module a module handle of dynamic_library.h.
- * @return 1, or 0 when it is null or none of the loaded libraries.
- */
-VLRCOMN_API int oruDisableThreadLibraryCalls(void* module);
 
 /**
  * Takes the lowest free thread-local index. Every thread's value starts as null.

@@ -9,7 +9,7 @@
 
 #include "platform/platform.h"
 #include "support/boundary.h"
-#include "sysprops/version_file.h"
+#include "sysprops/os_version_file.h"
 #include "vlrcomn/system_properties.h"
 
 namespace velora_com::qel::sysprops {

@@ -4,10 +4,11 @@
 #include <cerrno>
 #include <cstring>
 
-#include "portability/errors.h"
-#include "portability/handle_object.h"
 #include "support/fault_injection.h"
 #include "support/temporary_folder.h"
+#include "sync/error_word.h"
+#include "sync/file_record.h"
+#include "sync/handle_object.h"
 #include "vlrcomn/file.h"
 #include "vlrcomn/file_system.h"
 #include "vlrcomn/handle.h"
@@ -16,8 +17,8 @@
 namespace {
 
 using fault_injection::walk_failures;
-using velora_com::qel::portability::FileRecord;
-using velora_com::qel::portability::nErrno;
+using velora_com::qel::sync::FileRecord;
+using velora_com::qel::sync::nErrno;
 
 oruHandle open_file(const std::string& name, uint32_t access, uint32_t disposition,
                     uint32_t flags = 0) {
@@ -152,7 +153,7 @@ TEST_F(Files, ARecordThatCouldNotBeClosedIsSpent) {
     EXPECT_EQ(oruCloseHandle(other), 1);
     EXPECT_TRUE(is_there(name));
     delete static_cast<FileRecord*>(file->pData);
-    velora_com::qel::portability::HandleRecordDeleter()(file);
+    velora_com::qel::sync::HandleRecordDeleter()(file);
 }
 
 TEST_F(Files, ByName) {

@@ -9,8 +9,8 @@
 #include <set>
 #include <vector>
 
-#include "portability/errors.h"
 #include "support/temporary_folder.h"
+#include "sync/error_word.h"
 #include "vlrcomn/file.h"
 #include "vlrcomn/file_system.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
-using velora_com::qel::portability::nErrno;
+using velora_com::qel::sync::nErrno;
 
 // The names that a search finds.
 std::set<std::string> found(const std::string& path) {

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "portability/errors.h"
 #include "support/fault_injection.h"
+#include "sync/error_word.h"
 #include "vlrcomn/dynamic_library.h"
 
 namespace {
 
-using velora_com::qel::portability::nErrno;
+using velora_com::qel::sync::nErrno;
 
 TEST(LibraryFaults, AFailedLoadKeepsNothing) {
     const std::string path = LOADED_LIBRARY;

@@ -8,9 +8,9 @@
 #include <thread>
 #include <vector>
 
-#include "portability/errors.h"
-#include "portability/library_list.h"
+#include "libraries/library_list.h"
 #include "support/temporary_folder.h"
+#include "sync/error_word.h"
 #include "vlrcomn/thread.h"
 
 // What the library does in its constructor and destructor, which name no module, and in its entry point, which
@@ -28,8 +28,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using velora_com::qel::portability::nErrno;
-using velora_com::qel::portability::pDynamicLibraryList;
+using velora_com::qel::libraries::pDynamicLibraryList;
+using velora_com::qel::sync::nErrno;
 
 const std::string library = LOADED_LIBRARY;
 

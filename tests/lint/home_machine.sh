@@ -9,7 +9,7 @@ mapfile -t files < <(find include source -name '*.h' -o -name '*.cpp')
 found=$(
     grep -nE "$atomic" "${files[@]}" | grep -vE "$atomic(bool|u?int(8|16|32)_t|uintptr_t|pthread_t|[A-Za-z]+\*)>"
     grep -nE '__(atomic|sync)_[a-z_]+\(' "${files[@]}" |
-        grep -vE '/(portability/(interlocked|termination_flag)\.cpp|lists/spin_word\.(h|cpp)):|:[0-9]+: \*'  # of 32 bits
+        grep -vE '/(sync/interlocked|system/termination_flag|locks/spin_word)\.(cpp|h):|:[0-9]+: \*'  # of 32 bits
     grep -nE 'sizeof ?\(?bool|atomic_u?llong|OSAtomic[A-Za-z]*64' "${files[@]}"
 ) || true
 [ -z "$found" ] || { echo "$found" >&2; exit 1; }

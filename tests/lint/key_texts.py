@@ -4,7 +4,7 @@ import re
 import sys
 from pathlib import Path
 
-PAIRS = [("policy_keys.h", "keys/policy_keys.cpp"), ("property_keys.h", "sysprops/property_keys.cpp")]
+PAIRS = [("policy_keys.h", "agent/policy_keys.cpp"), ("property_keys.h", "sysprops/property_keys.cpp")]
 QUOTED_BEFORE = r'/\*\*[\s*]*(".*?")(?:(?!\*/).)*\*/\s*extern VLRCOMN_API const std::w?string (\w+);'
 QUOTED_BEHIND = r'extern VLRCOMN_API const std::w?string (\w+); */\*\*< (".*?") \*/'
 DEFINITION = r'VLRCOMN_EARLY_INIT\s+(\w+)\s*=\s*L?(".*?");'

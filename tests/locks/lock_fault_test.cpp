@@ -4,7 +4,7 @@
 #include <atomic>
 #include <thread>
 
-#include "lists/spin_word.h"
+#include "locks/spin_word.h"
 #include "support/fault_injection.h"
 #include "vlrcomn/locked_list.h"
 
@@ -22,8 +22,8 @@ namespace {
 TEST(SpinWord, BacksOffAsDocumentedAndIsNotCancelled) {
     const int stages[] = {-1, 0, 10000, 100000, 1000000, -1};  // microseconds; -1 tries on
     for (uint32_t stage = 0; stage < 5; ++stage) {
-        EXPECT_EQ(velora_com::qel::lists::sleep_after(4000 + 100 * stage), stages[stage]);
-        EXPECT_EQ(velora_com::qel::lists::sleep_after(4001 + 100 * stage), stages[stage + 1]);
+        EXPECT_EQ(velora_com::qel::locks::sleep_after(4000 + 100 * stage), stages[stage]);
+        EXPECT_EQ(velora_com::qel::locks::sleep_after(4001 + 100 * stage), stages[stage + 1]);
     }
     int32_t spin = 1;
     std::thread waiting([&] {

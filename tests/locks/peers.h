@@ -8,8 +8,8 @@
 #include <mutex>
 #include <thread>
 
-#include "lists/se_lock_record.h"
-#include "lists/spin_word.h"
+#include "locks/se_lock_record.h"
+#include "locks/spin_word.h"
 
 namespace locks {
 
@@ -83,7 +83,7 @@ inline int length(const orLLItem* queue) {
 
 // How many threads wait for the lock.
 inline int queued(orSELock* lock) {
-    const velora_com::qel::lists::SpinGuard guard(lock->spin);
+    const velora_com::qel::locks::SpinGuard guard(lock->spin);
     return length(lock->writers) + length(lock->shared_waiters);
 }
 

@@ -5,15 +5,15 @@
 #include <vector>
 
 #include "locks/peers.h"
-#include "portability/tls_index.h"
 #include "support/cancellation.h"
+#include "sync/tls_index.h"
 #include "vlrcomn/handle.h"
 #include "vlrcomn/sync.h"
 
 namespace {
 
 using namespace locks;
-using namespace velora_com::qel::lists;
+using namespace velora_com::qel::locks;
 
 class SELock : public testing::Test {
 protected:
@@ -145,7 +145,7 @@ TEST(ThreadRegistry, AttachesAndDetachesAndSurvivesASweep) {
         orSO_ThreadDetachX();
         EXPECT_EQ(orSO_ThreadAttach(), event) << "only the first one gives 1";
         if (sweep) {
-            velora_com::qel::portability::free_tls_indices_of_process();
+            velora_com::qel::sync::free_tls_indices_of_process();
         }
         EXPECT_EQ(orSO_ThreadAttachX(), sweep ? 0 : 1);
         EXPECT_EQ(oruCloseHandle(reinterpret_cast<oruHandle>(event)), 1) << "left open";

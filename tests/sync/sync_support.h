@@ -3,13 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include "portability/handle_object.h"
+#include "sync/handle_object.h"
 #include "vlrcomn/sync.h"
 #include "vlrcomn/thread.h"
 
 namespace sync_test {
 
-using namespace velora_com::qel::portability;
+using namespace velora_com::qel::sync;
 
 struct CloseHandle {
     void operator()(oruHandle handle) const { EXPECT_EQ(oruCloseHandle(handle), 1); }

@@ -6,9 +6,9 @@
 #include <thread>
 #include <vector>
 
-#include "portability/errors.h"
-#include "portability/tls_index.h"
 #include "support/cancellation.h"
+#include "sync/error_word.h"
+#include "sync/tls_index.h"
 #include "sync_support.h"
 
 using namespace sync_test;

@@ -67,7 +67,7 @@ class HandlePrinter:
         if number(self.record["nRefCount"]) == 0:
             return "closed"
         if kind == 0:
-            file = record_at(self.record["pData"], "velora_com::qel::portability::FileRecord")
+            file = record_at(self.record["pData"], "velora_com::qel::sync::FileRecord")
             path = bytes(int(file["path"][i]) & 0xFF for i in range(260)).split(b"\0")[0]
             return (f"file {int(file['descriptor'])} \"{path.decode(errors='replace')}\"" +
                     (", deleted on close" if int(file["delete_on_close"]) == 1 else ""))
@@ -78,7 +78,7 @@ class HandlePrinter:
         if kind == 3:
             if signalled:
                 return "mutex, free"
-            mutex = record_at(self.record["pData"], "velora_com::qel::portability::MutexRecord")
+            mutex = record_at(self.record["pData"], "velora_com::qel::sync::MutexRecord")
             return f"mutex, owned by thread {int(mutex['owner']):#x}"
         return f"object of the unknown kind {kind}"
 

@@ -1,0 +1,31 @@
+// The slots of the open directory searches.
+#pragma once
+
+#include <pthread.h>
+
+#include "support/owners.h"
+#include "vlrcomn/file.h"
+
+namespace velora_com::qel::files {
+
+constexpr size_t search_text_size = 260;  // of a directory or a pattern, terminator included
+
+struct SearchEntry {
+    support::Directory stream;
+    char pattern[search_text_size];
+    char directory[search_text_size];  // with its '/', or "."
+};
+
+// One lock for each datum. Only a taken slot holds a search; it is emptied before it is given back. Who reads
+// on keeps the slot's mutex, so that a search that is closed meanwhile is freed after the reading.
+struct SearchSlot {
+    bool taken = false;            // guarded by MutexDirEnt
+    SearchEntry* entry = nullptr;  // guarded by `mutex`
+    pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
+};
+
+extern SearchSlot pDirEntTable[ORU_MAX_SEARCHES];
+// Guards the choice of a free slot; nothing but that slot's mutex is taken under it.
+extern pthread_mutex_t MutexDirEnt;
+
+}  // namespace velora_com::qel::files

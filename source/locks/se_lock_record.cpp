@@ -1,0 +1,54 @@
+// Making and freeing a shared/exclusive lock.
+#include "locks/se_lock_record.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "locks/notification.h"
+#include "support/config.h"
+
+namespace {
+
+// A record that lies across two cache lines makes an uncontended pair about a tenth slower.
+void* allocate_record() {
+#if defined(VLRCOMN_HAVE_POSIX_MEMALIGN)
+    constexpr size_t cache_line = 64;
+    void* memory = nullptr;
+    return posix_memalign(&memory, cache_line, sizeof(orSELock)) == 0 ? memory : nullptr;
+#else
+    return std::malloc(sizeof(orSELock));
+#endif
+}
+
+}  // namespace
+
+extern "C" {
+
+uint32_t orSO_SELockCreate(orSELock** lock) {
+    if (lock == nullptr) {
+        return ORU_FAILURE;
+    }
+    *lock = nullptr;
+    auto* const fresh = static_cast<orSELock*>(allocate_record());
+    if (fresh == nullptr) {
+        return ORU_FAILURE;
+    }
+    std::memset(fresh, 0, sizeof *fresh);
+    fresh->owner = ORSO_NO_THREAD;
+    fresh->last_transition = velora_com::qel::locks::Transition::created;
+    orLL_Init(&fresh->shared_waiters);
+    orLL_Init(&fresh->writers);
+    orLL_Init(&fresh->notifications);
+    *lock = fresh;
+    return ORU_SUCCESS;
+}
+
+void orSO_Release(orSELock* lock) {
+    if (lock == nullptr) {
+        return;
+    }
+    velora_com::qel::locks::drop_notifications(lock->notifications);
+    std::free(lock);
+}
+
+}  // extern "C"

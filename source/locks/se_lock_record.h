@@ -1,0 +1,61 @@
+// The record of a shared/exclusive lock and what queues in it. docs/locking.md draws the transitions.
+//
+// Every field below the spin word is read and written only while the spin word is held. The exceptions are a
+// waiter's own thread, which fills its record before it is queued, and its flag, which it also watches.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+#include "vlrcomn/linked_list.h"
+#include "vlrcomn/se_lock.h"
+
+namespace velora_com::qel::locks {
+
+// What a lock's last_transition tells.
+enum Transition : uint32_t {
+    created = 1,
+    exclusive_granted = 2,
+    downgraded = 3,
+    released_to_free = 4,
+    handed_to_writer = 5,
+    granted_by_notify = 6,
+};
+
+}  // namespace velora_com::qel::locks
+
+// Free: count 0, no owner. Exclusive: an owner, and its depth as the count. Shared: no owner, and the
+// number of holds as the count.
+struct orSELock {
+    volatile int32_t spin;     // 0 free, 1 held; guards the rest
+    uintptr_t owner;           // identity of the exclusive owner, or ORSO_NO_THREAD
+    int32_t count;             // holds
+    orLLItem* shared_waiters;  // Waiter records for shared access, latest first
+    orLLItem* writers;         // Waiter records for exclusive access, latest first
+    orLLItem* notifications;   // Notification records, latest first
+    uint32_t owner_process;    // process of the latest exclusive grant
+    uint32_t last_transition;  // a velora_com::qel::locks::Transition
+};
+
+static_assert(sizeof(void*) != 4 || sizeof(orSELock) == 32, "eight words on a 32-bit host");
+static_assert(sizeof(orSELock) <= 64, "one cache line");
+
+namespace velora_com::qel::locks {
+
+// A waiting thread. It lives on that thread's stack; whoever lets the thread in may touch it only until
+// the spin word is given back.
+struct Waiter : orLLItem {
+    uintptr_t thread;  // its identity, which is the event that wakes it
+    uint32_t process;
+    std::atomic<int32_t> waiting;  // 1 until the lock is the thread's
+};
+
+// A registration of the notify form, on the heap.
+struct Notification : orLLItem {
+    orSO_NotifyCallback callback;
+    uintptr_t first;
+    uintptr_t second;
+};
+
+}  // namespace velora_com::qel::locks

@@ -1,0 +1,36 @@
+#include "sync/handle_object.h"
+
+#include <new>
+
+#include "support/owners.h"
+#include "sync/error_word.h"
+
+namespace velora_com::qel::sync {
+
+void HandleRecordDeleter::operator()(oruHandle record) const noexcept {
+    support::ErrnoKeeper keeper;
+    pthread_mutex_destroy(&record->mutex);
+    pthread_cond_destroy(&record->cond);
+    delete record;
+}
+
+HandleRecordOwner make_handle_record(int32_t kind) noexcept {
+    std::unique_ptr<_oruHandleObject_t> record(new (std::nothrow) _oruHandleObject_t{});
+    if (!record) {
+        note_error(ENOMEM);
+        return nullptr;
+    }
+    record->nType = kind;
+    record->nRefCount = 1;
+    record->bSignalled.store(0, std::memory_order_relaxed);
+    if (pthread_cond_init(&record->cond, nullptr) != 0) {
+        return nullptr;
+    }
+    if (pthread_mutex_init(&record->mutex, nullptr) != 0) {
+        pthread_cond_destroy(&record->cond);
+        return nullptr;
+    }
+    return HandleRecordOwner(record.release());
+}
+
+}  // namespace velora_com::qel::sync

@@ -1,0 +1,58 @@
+#include "vlrcomn/guid.h"
+
+#include <pthread.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+// After sys/socket.h, as older systems need it.
+#include <net/if.h>
+
+#include <cstdlib>
+
+#include "support/config.h"
+#include "support/open_file.h"
+#include "system/guid_generator.h"
+
+using namespace velora_com::qel;
+
+namespace {
+
+timeval time_of_day() {
+    timeval now = {};
+    gettimeofday(&now, nullptr);
+    return now;
+}
+
+// A leaf lock: nothing is called out of the library while it is held.
+pthread_mutex_t generator_mutex = PTHREAD_MUTEX_INITIALIZER;
+system::GuidGenerator generator(time_of_day, std::rand);  // guarded by generator_mutex
+
+// Lists the interfaces, as the first GUID of a process always has; the list is not used.
+void list_interfaces() {
+#if defined(VLRCOMN_HAVE_SOCK_CLOEXEC)
+    const support::FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+#else
+    const support::FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM, 0));
+    support::close_on_exec(socket.get());
+#endif
+    alignas(ifreq) char buffer[1024];
+    ifconf list = {};
+    list.ifc_len = sizeof buffer;
+    list.ifc_buf = buffer;
+    ioctl(socket.get(), SIOCGIFCONF, &list);
+}
+
+}  // namespace
+
+GUID* oruCoCreateGuid(GUID* guid) {
+    if (guid == nullptr) {
+        return nullptr;
+    }
+    const support::ErrnoKeeper errno_keeper;
+    const support::CancellationOff no_cancellation;  // of what the first GUID asks the system
+    const support::MutexGuard lock(generator_mutex);
+    if (!generator.started()) {
+        list_interfaces();
+    }
+    *guid = generator.make();
+    return guid;
+}

@@ -1,0 +1,46 @@
+#!/usr/bin/env python3
+"""homes.py LIBRARY OBJECTS: each exported name is defined in the folder of a header that declares it.
+
+OBJECTS is the folder with the objects of the library's core, one folder below it for each of source/.
+"""
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+sys.path.insert(0, "scripts")
+from house import folders  # noqa: E402
+
+
+def defined(files, *options):
+    """(file, linker name) of every name that the files define."""
+    out = subprocess.run(["nm", "-A", "-P", "--defined-only", *options, *map(str, files)], check=True,
+                         capture_output=True, text=True).stdout
+    return [(line.split(": ")[0], line.split(": ")[1].split()[0]) for line in out.splitlines()]
+
+
+def words(header):
+    """Every word of a header outside its comments."""
+    text = re.sub(r"/\*.*?\*/|//[^\n]*", " ", Path("include/vlrcomn", header).read_text(), flags=re.S)
+    return set(re.findall(r"\w+", text))
+
+
+library, objects = sys.argv[1], Path(sys.argv[2])
+exported = {name for _, name in defined([library], "-D")}
+pairs = [(Path(file).relative_to(objects), name)
+         for file, name in defined(sorted(objects.rglob("*.o"))) if name in exported]
+readable = subprocess.run(["c++filt"], input="\n".join(name for _, name in pairs), check=True,
+                          capture_output=True, text=True).stdout.splitlines()
+declared = {folder.name: set().union(*map(words, folder.headers)) if folder.headers else set()
+            for folder in folders().values()}
+bad = 0
+for (file, _), name in zip(pairs, readable):
+    plain = re.sub(r"\[abi:\w+\]|^(vtable|typeinfo|typeinfo name) for ", "", name.split("(")[0])
+    plain = re.sub(r"<.*", "", plain).split(" ")[-1]
+    parts = [part.lstrip("~") for part in plain.split("::")]
+    own = parts[-2:] if len(parts) > 1 and parts[-2][0].isupper() else parts[-1:]  # a class and its member
+    if not declared[file.parts[0]].issuperset(own):
+        print(f"{file}: no header of {file.parts[0]}/ declares {name}")
+        bad = 1
+assert len(pairs) > 400, "the objects lie elsewhere now"
+sys.exit(bad)

@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <future>
+#include <set>
+
+#include "system/guid_generator.h"
+#include "vlrcomn/guid.h"
+
+using velora_com::qel::system::GuidGenerator;
+
+namespace {
+
+std::string text_of(const GUID& guid) {
+    char text[ORU_GUID_TEXT_SIZE];
+    return oruUuidToStringA(&guid, text);
+}
+
+// Reads the same `repeats` times, then moves on by a microsecond each time.
+timeval now;
+int repeats;
+
+timeval scripted_clock() {
+    now.tv_usec += repeats-- > 0 ? 0 : 1;
+    return now;
+}
+
+// Six bytes for the node, then the high byte and the low one of the sequence.
+int scripted_random() {
+    static const int numbers[] = {7, 8, 0x181, 2, 3, 4, 0x5F, 0x1FF};
+    static size_t next = 0;
+    return numbers[next++ % 8];
+}
+
+TEST(GuidGenerator, NumbersGuidsOfAMicrosecondAndOfAClockGoneBack) {
+    GuidGenerator generator(scripted_clock, scripted_random);
+    // One reading starts it, eleven read the same microsecond; the eleventh GUID needs the next one.
+    now = {1167609599, 500000};
+    repeats = 12;
+    const uint32_t first = 0x05A674C0;
+    for (const uint32_t step : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U, 8U, 9U, 10U, 20U}) {
+        const GUID guid = generator.make();
+        EXPECT_EQ(guid.Data1, first + step);
+        EXPECT_EQ(text_of(guid).substr(8), "-992b-11db-9fff-870881020304");
+    }
+    now = {1167609598, 500000};
+    repeats = 2;
+    EXPECT_EQ(text_of(generator.make()), "050dde40-992b-11db-8000-870881020304")
+        << "one more, in thirteen bits";
+    EXPECT_EQ(text_of(generator.make()), "050dde41-992b-11db-8000-870881020304");
+}
+
+TEST(Guid, ServesNoNulls) {
+    GUID guid{};
+    char text[ORU_GUID_TEXT_SIZE];
+    EXPECT_EQ(oruCoCreateGuid(nullptr), nullptr);
+    EXPECT_TRUE(!oruUuidToStringA(nullptr, text) && !oruUuidToStringA(&guid, nullptr));
+}
+
+TEST(GuidThreads, NeverGetEqualGuids) {
+    std::vector<GUID> made(20000);
+    const auto make = [&](size_t begin) {
+        for (size_t i = begin; i < made.size(); i += 4) {
+            oruCoCreateGuid(&made[i]);
+        }
+    };
+    {
+        std::vector<std::future<void>> threads;
+        for (size_t begin = 0; begin < 4; ++begin) {
+            threads.push_back(std::async(std::launch::async, make, begin));
+        }
+    }
+    std::set<std::string> all;
+    std::transform(made.begin(), made.end(), std::inserter(all, all.end()), text_of);
+    EXPECT_EQ(all.size(), made.size());
+}
+
+}  // namespace
