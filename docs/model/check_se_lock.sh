@@ -4,7 +4,7 @@
 # wake-up and two cancellations. Skipped (tests/support/skip.sh) when spin or a C compiler is missing.
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
-sources=$here/../../source/lists
+sources=$here/../../source/locks
 model=$here/se_lock.pml
 . "$here/../../tests/support/skip.sh"
 compiler=${CC:-cc}
