@@ -50,11 +50,19 @@ TEST(LinkedList, BehavesAsAList) {
     LinkedList_End(&list);
 }
 
-TEST(LinkedListDeathTest, AChainShorterThanItsCountIsAnAssertion) {
+TEST(LinkedListDeathTest, WhatContradictsItselfIsAnAssertion) {
+    const auto message = [](const char* line, const char* function, const char* expression) {
+        return assertion_message("\\.\\./source/Linklist", line, function, expression);
+    };
     LinkedListItem only{};
-    LinkedListHeader list{&only, &only, 3};
-    EXPECT_DEATH(LinkedList_PeekAt(&list, 1),
-                 assertion_message("\\.\\./source/Linklist", "200", "LinkedList_PeekAt", "lpItem"));
+    LinkedListHeader too_short{&only, &only, 3}, no_tail{nullptr, &only, 1};
+    EXPECT_DEATH(LinkedList_Init(nullptr), message("31", "LinkedList_Init", "lphLinkedList"));
+    EXPECT_DEATH(LinkedList_GetCount(nullptr), message("167", "LinkedList_GetCount", "lpMain"));
+    EXPECT_DEATH(LinkedList_PeekAt(&too_short, 1), message("200", "LinkedList_PeekAt", "lpItem"));
+    EXPECT_DEATH(LinkedList_RemoveAt(&no_tail, 0),
+                 message("238", "LinkedList_RemoveAt", "lpMain->lpTail"));
+    EXPECT_DEATH(LinkedList_RemoveAt(&too_short, 1),
+                 message("245", "LinkedList_RemoveAt", "lpItem"));
 }
 
 TEST(Lists, NullIsRefusedOrNothing) {
@@ -157,6 +165,10 @@ TEST_F(LockedLists, ADequeBehavesAsOne) {
 
 TEST_F(LockedLists, AStackGivesTheLatestFirst) {
     orLLItem items[3];
+    orSLL unset{items, nullptr};
+    EXPECT_EQ(orSLL_Init(&unset), ORU_SUCCESS);
+    EXPECT_TRUE(orSLL_IsEmpty(&unset));
+    orSLL_Uninit(&unset);
     for (orLLItem& item : items) {
         orSLL_XInsertHead(stack_, &item);
     }
