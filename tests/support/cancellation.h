@@ -7,8 +7,8 @@
 inline bool condition_waits_can_be_cancelled() {
     pthread_t thread;
     const auto wait_cancelled = [](void*) -> void* {
-        pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
-        pthread_cond_t cond = PTHREAD_COND_INITIALIZER;
+        static pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
+        static pthread_cond_t cond = PTHREAD_COND_INITIALIZER;
         const timespec long_ago{1, 0};
         pthread_cancel(pthread_self());
         pthread_mutex_lock(&mutex);
