@@ -1,5 +1,7 @@
 #include "support/watch.h"
 
+#include <sched.h>
+#include <sys/time.h>
 #include <sys/types.h>
 #include <unistd.h>
 
@@ -27,6 +29,13 @@ long ask_for_processors() noexcept {
 #endif
 }
 
+// Microseconds on a clock that may be set, which costs a wrong guess and nothing else.
+int64_t now() noexcept {
+    timeval time{};
+    gettimeofday(&time, nullptr);
+    return int64_t{time.tv_sec} * 1'000'000 + time.tv_usec;
+}
+
 }  // namespace
 
 bool has_several_processors() noexcept {
@@ -37,6 +46,24 @@ bool has_several_processors() noexcept {
         known.store(processors, std::memory_order_relaxed);
     }
     return processors > 1;
+}
+
+bool yield_for_a_moment() noexcept {
+    constexpr int64_t moment = 100;
+    constexpr int32_t leave_out = 1000;
+    static std::atomic<int32_t> left_out{0};
+    const int32_t still = left_out.load(std::memory_order_relaxed);
+    if (still > 0) {
+        left_out.store(still - 1, std::memory_order_relaxed);
+        return false;
+    }
+    const int64_t begin = now();
+    sched_yield();
+    const bool brief = now() - begin < moment;
+    if (!brief) {
+        left_out.store(leave_out, std::memory_order_relaxed);
+    }
+    return brief;
 }
 
 }  // namespace velora_com::qel::support

@@ -2,8 +2,6 @@
 // costs neither side a switch of threads.
 #pragma once
 
-#include <sched.h>
-
 #include "support/cpu_pause.h"
 
 namespace velora_com::qel::support {
@@ -11,6 +9,11 @@ namespace velora_com::qel::support {
 // Whether another processor can change the word meanwhile. The system is asked once; one that does not
 // tell has one processor.
 bool has_several_processors() noexcept;
+
+// Lets other threads run, among them perhaps the one that is waited for. False when there is no use in doing
+// so again: the turn went to somebody who kept it, which a sleeper who is woken need not wait for. The next
+// thousand calls then yield to nobody.
+bool yield_for_a_moment() noexcept;
 
 // Looks until `changed` gives true, or for some microseconds, the time that a sleep and a wake-up would
 // take. Returns whether it did. Not a cancellation point. The pauses are as long as an answer from another
@@ -22,17 +25,18 @@ bool watch(Changed changed) noexcept {
     if (!has_several_processors()) {
         return false;
     }
-    for (int turn = 0; turn < pauses + yields; ++turn) {
+    for (int turn = 0; turn < pauses; ++turn) {
         if (changed()) {
             return true;
         }
-        if (turn < pauses) {
-            cpu_pause();
-        } else {
-            sched_yield();
+        cpu_pause();
+    }
+    for (int turn = 0; turn < yields && !changed(); ++turn) {
+        if (!yield_for_a_moment()) {
+            break;
         }
     }
-    return false;
+    return changed();
 }
 
 }  // namespace velora_com::qel::support
