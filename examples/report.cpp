@@ -12,6 +12,7 @@
 #include <map>
 #include <string>
 
+// [properties]
 static std::string report_text() {
     velora_com::qel::sysprops::ISysProps machine;
     std::map<std::wstring, std::wstring> properties;
@@ -22,7 +23,9 @@ static std::string report_text() {
     }
     return velora_com::qel::orumcomn_wide_to_ansi(text);
 }
+// [properties]
 
+// [write]
 // A call may write less than it was given, or nothing when a signal comes between.
 static bool write_all(oruHandle file, const std::string& text) {
     for (size_t done = 0; done < text.size();) {
@@ -36,6 +39,7 @@ static bool write_all(oruHandle file, const std::string& text) {
     }
     return true;
 }
+// [write]
 
 int main(int count, char** arguments) {
     const std::string place = count == 2 ? arguments[1] : "", beside = place + ".new";
@@ -44,6 +48,7 @@ int main(int count, char** arguments) {
         std::fputs(place.empty() ? "usage: report FILE\n" : "out of memory\n", stderr);
         return 2;
     }
+    // [file]
     oruHandle file = oruCreateFileAW(beside.c_str(), ORU_ACCESS_WRITE, 0, nullptr,
                                      ORU_CREATE_ALWAYS, ORU_ATTRIBUTE_NORMAL, nullptr);
     const bool written = file != nullptr && write_all(file, text);
@@ -52,4 +57,5 @@ int main(int count, char** arguments) {
         std::perror(beside.c_str());
         return 1;  // what was written stays there to be looked at
     }
+    // [file]
 }

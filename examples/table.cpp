@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 
+// [hold]
 struct Attached {  // from before a thread's first hold to after its last
     const bool ok = orSO_ThreadAttach() != 0;
     ~Attached() { orSO_ThreadDetach(); }
@@ -23,6 +24,7 @@ using Hold = std::unique_ptr<orSELock, Release>;  // null: not granted
 static Hold take(orSELock* lock, int exclusive) {
     return Hold(orSO_SELock(lock, exclusive, 1) == 1 ? lock : nullptr);
 }
+// [hold]
 
 struct Table {
     orSELock* lock = nullptr;

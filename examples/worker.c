@@ -12,9 +12,21 @@ static struct {
     int jobs, stop; /* guarded by the mutex */
 } worker;
 
+/* [tell] */
 static int wait_for(oruHandle object) {
     return oruWaitForSingleObject(object, ORU_INFINITE) == ORU_WAIT_SIGNALLED;
 }
+
+static int tell(int jobs, int stop) {
+    if (!wait_for(worker.mutex)) {
+        return 0;
+    }
+    worker.jobs += jobs;
+    worker.stop = stop;
+    const int told = oruSetEvent(worker.look);
+    return oruReleaseMutex(worker.mutex) && told;
+}
+/* [tell] */
 
 static uint32_t run(void* name) {
     int done = 0, stop = 0;
@@ -32,19 +44,10 @@ static uint32_t run(void* name) {
     return 0;
 }
 
-static int tell(int jobs, int stop) {
-    if (!wait_for(worker.mutex)) {
-        return 0;
-    }
-    worker.jobs += jobs;
-    worker.stop = stop;
-    const int told = oruSetEvent(worker.look);
-    return oruReleaseMutex(worker.mutex) && told;
-}
-
 int main(void) {
     worker.mutex = oruCreateMutex(NULL, 0, NULL);
     worker.look = oruCreateEvent(NULL, 1, 0, NULL); /* manual reset, the only kind; not set */
+    /* [thread] */
     oruHandle thread = oruCreateThread(NULL, 0, run, "job", 0, NULL);
     if (thread == NULL || !tell(2, 0) || !tell(1, 0) || !tell(0, 1)) {
         return 1; /* also when an event or mutex was not made: null is refused */
@@ -53,6 +56,7 @@ int main(void) {
         oruWaitForSingleObject(thread, ORU_INFINITE);               /* may wake without cause */
     }
     oruCloseHandle(thread);
+    /* [thread] */
     oruCloseHandle(worker.look);
     oruCloseHandle(worker.mutex);
     return 0;

@@ -4,7 +4,7 @@
  * machine.
  *
  * Usable from C11 and from C++17. No function keeps state between calls; all may be called from
- * several threads, as far as what they call allows it (noted where it does not go without saying).
+ * several threads, as far as what they call allows it; each function says where that is a limit.
  * No function throws.
  */
 #ifndef VLRCOMN_AGENT_IDENTITY_H
@@ -99,7 +99,7 @@ VLRCOMN_API uint32_t orumcomn_get_user_name(char* buffer, uint32_t size);
  *
  * The number is blocks available to ordinary users x block size x 1000, reduced to a signed 32-bit
  * value and sign-extended: it is neither bytes nor kilobytes, and wraps for every larger file
- * system. That is the contract; the caller interprets the value.
+ * system. Callers already compare exactly this number, so it stays; the caller interprets it.
  *
  * @param path any path on the file system
  * @param free_space receives the number; untouched on failure

@@ -102,15 +102,15 @@ typedef int (*oruLoadStringFunction)(void* module, uint32_t id, void* buffer, in
  * @param message receives the address of this function's message text; may be null.
  * @return the module handle, or null with one of these messages:
  * - "locked": the list's lock cannot be taken, or this thread holds it already because the call comes
- *   from an entry point, a constructor or a destructor of a library (EBUSY in the private error word);
- * - "library list full": 50 libraries are loaded (ENOMEM in the private error word);
- * - "out of memory" (ENOMEM in the private error word);
+ *   from an entry point, a constructor or a destructor of a library;
+ * - "library list full": 50 libraries are loaded;
+ * - "out of memory";
  * - "dllmain returned false": the entry point refused. The library stays in memory for the life of the
  *   process, without an entry; the next load of the path calls the entry point again, and freeing that
  *   load does not unload the library;
  * - the loader's own words, at most 510 characters of them; empty for a null path.
  *
- * A failed load by the loader leaves the memory of one entry behind, by contract. A load that reaches the
+ * Each load that the loader refuses keeps the memory of one entry until the process ends. A load that reaches the
  * library looks "DllMain" up with oruGetProcAddress(), and so rewrites that function's message too.
  */
 VLRCOMN_API void* oruLoadLibrary(const char* path, const char** message);
@@ -122,8 +122,8 @@ VLRCOMN_API void* oruLoadLibrary(const char* path, const char** message);
  * @param message receives the address of this function's own wide message text, at most 511
  * characters and a terminator; may be null, and is then not written.
  * @return as of oruLoadLibrary(), the messages likewise. A path with a character that UTF-8 cannot hold (a
- * surrogate, a number above U+10FFFF) is refused: null, "path has no form in UTF-8", EINVAL in the private
- * error word. Here "out of memory" also stands for a path too long to be converted.
+ * surrogate, a number above U+10FFFF) is refused: null, "path has no form in UTF-8".
+ * Here "out of memory" also stands for a path too long to be converted.
  */
 VLRCOMN_API void* oruLoadLibraryW(const wchar_t* path, const wchar_t** message);
 
@@ -145,8 +145,7 @@ VLRCOMN_API void* oruGetProcAddress(void* module, const char* name, const char**
  * neither the handle may be asked for symbols or texts nor an address out of the library be used.
  *
  * @param module a module handle of oruLoadLibrary(); with two entries for one module the lower slot.
- * @return 1, or 0: the module has no entry (EINVAL in the private error word), the list is locked as
- * described for oruLoadLibrary() (EBUSY), or the loader did not release it (the entry is gone all the
+ * @return 1, or 0: the module has no entry, the list is locked as described for oruLoadLibrary(), or the loader did not release it (the entry is gone all the
  * same).
  */
 VLRCOMN_API int oruFreeLibrary(void* module);

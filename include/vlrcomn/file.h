@@ -5,8 +5,11 @@
  * Win32-style calls over POSIX descriptors. True is 1 and false is 0; flags are compared against
  * exactly 1. Names are narrow text with '/' separators, handed to the system as they are. A failed
  * system call leaves its reason in `errno`, see handle.h. Refused arguments, null pointers among them,
- * are noted in the layer's private error word at most, which callers cannot read; `errno` stays as it
- * was then, unless it is said that it does not.
+ * leave `errno` as it was unless a function says otherwise; for exhausted memory it depends on the C
+ * library.
+ *
+ * Writing a text (examples/report.cpp):
+ * @snippet report.cpp write
  *
  * Every descriptor is closed on exec. Files of any size work; 32-bit results are the low 32 bits of
  * sizes and positions.
@@ -108,10 +111,10 @@ typedef struct oruFindData {
  * @param flags 0, #ORU_ATTRIBUTE_NORMAL or #ORU_DELETE_ON_CLOSE alone. The last removes the name when
  * the handle is closed, whatever lies there by then; a name of more than 259 bytes is refused with it.
  * @param template_file ignored.
- * @return the handle, to be closed with oruCloseHandle(), or null (never #ORU_INVALID_HANDLE). A
- * refused argument, a null name included, notes EINVAL before anything is opened; exhausted memory
- * notes ENOMEM; `errno` tells why the system refused. A file that was created before memory ran out
- * stays.
+ * @return the handle, to be closed with oruCloseHandle(), or null (never #ORU_INVALID_HANDLE): an
+ * argument is refused, a null name included, before anything is opened; the system refuses (`errno` tells
+ * why); memory is exhausted; or a lock cannot be made. In the last two cases the file is open already, and
+ * one that was created stays.
  */
 VLRCOMN_API oruHandle oruCreateFileAW(const char* name, uint32_t access, uint32_t share_mode,
                                       void* security, uint32_t disposition, uint32_t flags,
@@ -120,10 +123,10 @@ VLRCOMN_API oruHandle oruCreateFileAW(const char* name, uint32_t access, uint32_
 /**
  * Reads once from the current position.
  *
- * @param file a file handle; anything else is refused (EINVAL).
+ * @param file a file handle; anything else is refused.
  * @param buffer room for `count` bytes.
  * @param count bytes wanted.
- * @param bytes_read receives the bytes read, which may be fewer; null is refused (EINVAL). Left alone on
+ * @param bytes_read receives the bytes read, which may be fewer; null is refused. Left alone on
  * failure.
  * @param overlapped ignored.
  * @return 1 (also at the end of the file, with 0 bytes), or 0 with `errno` telling why. An interrupted
@@ -135,10 +138,10 @@ VLRCOMN_API int oruReadFile(oruHandle file, void* buffer, uint32_t count, uint32
 /**
  * Writes once at the current position.
  *
- * @param file a file handle; anything else is refused (EINVAL).
+ * @param file a file handle; anything else is refused.
  * @param buffer `count` bytes.
  * @param count bytes to write.
- * @param bytes_written receives the bytes written, which may be fewer; null is refused (EINVAL). Left
+ * @param bytes_written receives the bytes written, which may be fewer; null is refused. Left
  * alone on failure.
  * @param overlapped ignored.
  * @return 1, or 0 with `errno` telling why. An interrupted call fails with EINTR.
@@ -170,7 +173,7 @@ VLRCOMN_API int oruSetEndOfFile(oruHandle file);
 /**
  * Size of a file.
  *
- * @param file a file handle; anything else is refused (EINVAL).
+ * @param file a file handle; anything else is refused.
  * @param high receives the size divided by 65535, low 32 bits: a figure of its own, not the upper half
  * of the size. May be null; left alone on failure.
  * @return the low 32 bits of the size, or #ORU_INVALID_SIZE with `errno` telling why.
@@ -266,9 +269,8 @@ VLRCOMN_API int oruWildCardMatch(const char* pattern, const char* name);
  * @param data receives the entry; left alone on failure.
  * @return the search handle, 1 to #ORU_MAX_SEARCHES, to be closed with oruFindCloseDirEnt(), or
  * #ORU_INVALID_SEARCH: nothing matches (`errno` stays as it was), the directory cannot be read
- * (`errno` tells why), an argument is refused (EINVAL in the private error word, ENAMETOOLONG in
- * `errno` for a length), or all searches are in use or memory is exhausted (EAGAIN in the private
- * error word).
+ * (`errno` tells why), a null argument or a length is refused (`errno` is ENAMETOOLONG for a length),
+ * all searches are in use (`errno` stays as it was), or memory is exhausted.
  */
 VLRCOMN_API intptr_t oruFindFirstDirEnt(const char* path, oruFindData* data);
 
@@ -282,7 +284,8 @@ VLRCOMN_API intptr_t oruFindFirstDirEnt(const char* path, oruFindData* data);
  * @param search a search handle.
  * @param data receives the entry; left alone on failure.
  * @return 1, or 0 when there is none left (`errno` stays as it was), the directory cannot be read on
- * (`errno` tells why), or the handle or `data` is refused (EINVAL).
+ * (`errno` tells why), or the handle or `data` is refused (`errno` stays as
+ * it was).
  */
 VLRCOMN_API int oruFindNextDirEnt(intptr_t search, oruFindData* data);
 
@@ -290,7 +293,7 @@ VLRCOMN_API int oruFindNextDirEnt(intptr_t search, oruFindData* data);
  * Ends a directory search; its handle may be given out again at once.
  *
  * @param search a search handle.
- * @return 1, or 0 when the handle names no open search (EINVAL) or the system's close fails.
+ * @return 1, or 0 when the handle names no open search or the system's close fails.
  */
 VLRCOMN_API int oruFindCloseDirEnt(intptr_t search);
 

@@ -2,7 +2,7 @@
  * @file
  * @brief Time-based GUIDs and their text form.
  *
- * Usable from C11 and C++17. No function here stores a code for oruGetLastError.
+ * Usable from C11 and C++17. No function here changes `errno`.
  */
 #ifndef VLRCOMN_GUID_H
 #define VLRCOMN_GUID_H
@@ -44,7 +44,7 @@ typedef struct GUID {
  * finds does not enter the GUID.
  *
  * Thread safety: any number of threads may call at once and get different GUIDs. Not safe in a signal
- * handler. errno is kept.
+ * handler.
  *
  * @param guid Receives the GUID.
  * @return @p guid; null when it is null.

@@ -5,6 +5,9 @@
  * A handle stands for an open file, an event, a thread or a mutex. The functions that make handles
  * are in file.h, sync.h and thread.h; every handle is given back with oruCloseHandle().
  *
+ * A file from its making to its closing (examples/report.cpp); a close may fail, too:
+ * @snippet report.cpp file
+ *
  * After `fork` in a process with several threads only `exec` is safe in the child. No function here
  * may be called from a signal handler.
  *
@@ -70,8 +73,7 @@ extern "C" {
  * end then touches nothing that has been freed.
  *
  * @param handle the handle; null and #ORU_INVALID_HANDLE are closed successfully, with no effect.
- * @return 1, or 0 when a lock or a step above fails or the record's kind is unknown. nErrno, the
- * layer's private error word, is never set.
+ * @return 1, or 0 when a lock or a step above fails or the record's kind is unknown.
  *
  * Thread safety: different handles may be closed at once. No other call may use the handle during
  * or after its closing; in particular a thread that still waits for it would go on in freed memory.
@@ -84,9 +86,9 @@ VLRCOMN_API int oruCloseHandle(oruHandle handle);
  *
  * The layer keeps `errno` through its own clean-up, so a call right after a failed layer call tells
  * the cause of a failed system call. Refused arguments do not show here: they leave `errno` alone
- * unless the function in question says otherwise. Nor do the thread calls of the system that fail without
- * `errno`: after a thread that was not started, or a lock that could not be made or taken, the code is that
- * of something earlier.
+ * unless the function in question says otherwise. Nor do failures of the system's thread calls, which do not
+ * set `errno`: after a thread that was not started, or a lock that could not be made or taken, the code is that
+ * of an earlier failure.
  *
  * @return one of the ORU_ERROR_ codes. `errno` is not changed.
  */

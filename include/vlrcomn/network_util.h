@@ -3,6 +3,9 @@
  * @brief Reaching a server over IPv4 or IPv6: connecting with a time-out, resolving, comparing
  * peers, scopes of link-local addresses, and the local address that leads to a server.
  *
+ * The local address that leads to a server (examples/local_address.cpp):
+ * @snippet local_address.cpp local
+ *
  * Addresses are numeric text, plain ("fe80::1"), bracketed as in URLs ("[fe80::1]") or with a scope
  * ("fe80::1%4"). A "[" counts only with a "]" behind it.
  */

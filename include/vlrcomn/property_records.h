@@ -24,13 +24,9 @@ namespace velora_com::qel::sysprops {
  * empty.
  */
 struct VLRCOMN_API CPUInformation {
-    /** Makes the record as said above. */
     CPUInformation();
-    /** Copies every field. @param other the record to copy */
     CPUInformation(const CPUInformation& other) = default;
-    /** Copies every field. @param other the record to copy @return this record */
     CPUInformation& operator=(const CPUInformation& other) = default;
-    /** Frees the texts. */
     ~CPUInformation();
 
     /**
@@ -53,13 +49,9 @@ struct VLRCOMN_API CPUInformation {
  * Names of the machine, and one IP address with what belongs to it. Made with "N/A" in every field.
  */
 struct VLRCOMN_API NetworkInformation {
-    /** Makes the record as said above. */
     NetworkInformation();
-    /** Copies every field. @param other the record to copy */
     NetworkInformation(const NetworkInformation& other) = default;
-    /** Copies every field. @param other the record to copy @return this record */
     NetworkInformation& operator=(const NetworkInformation& other) = default;
-    /** Frees the texts. */
     ~NetworkInformation();
 
     /** NIS domain, or "UnKnownDomain". */
@@ -86,13 +78,9 @@ struct VLRCOMN_API NetworkInformation {
 
 /** Memory in bytes, decimal. Made with "N/A" in both fields. */
 struct VLRCOMN_API MemoryInformation {
-    /** Makes the record as said above. */
     MemoryInformation();
-    /** Copies every field. @param other the record to copy */
     MemoryInformation(const MemoryInformation& other) = default;
-    /** Copies every field. @param other the record to copy @return this record */
     MemoryInformation& operator=(const MemoryInformation& other) = default;
-    /** Frees the texts. */
     ~MemoryInformation();
 
     /** Installed memory. */
@@ -107,13 +95,9 @@ struct VLRCOMN_API MemoryInformation {
  * starts empty.
  */
 struct VLRCOMN_API OSInformation {
-    /** Makes the record as said above. */
     OSInformation();
-    /** Copies every field. @param other the record to copy */
     OSInformation(const OSInformation& other) = default;
-    /** Copies every field. @param other the record to copy @return this record */
     OSInformation& operator=(const OSInformation& other) = default;
-    /** Frees the texts. */
     ~OSInformation();
 
     /** Name of the operating system: always "Mac OS X". */
@@ -139,13 +123,9 @@ struct VLRCOMN_API OSInformation {
  * "100.00". Made with "N/A" in the three texts and with an empty map.
  */
 struct VLRCOMN_API DiskInformation {
-    /** Makes the record as said above. */
     DiskInformation();
-    /** Copies every field. @param other the record to copy */
     DiskInformation(const DiskInformation& other) = default;
-    /** Copies every field. @param other the record to copy @return this record */
     DiskInformation& operator=(const DiskInformation& other) = default;
-    /** Frees the texts. */
     ~DiskInformation();
 
     /** Sum of the sizes. */
@@ -160,13 +140,9 @@ struct VLRCOMN_API DiskInformation {
 
 /** Users, zone, language and time. Made with "N/A" in every field. */
 struct VLRCOMN_API MiscInformation {
-    /** Makes the record as said above. */
     MiscInformation();
-    /** Copies every field. @param other the record to copy */
     MiscInformation(const MiscInformation& other) = default;
-    /** Copies every field. @param other the record to copy @return this record */
     MiscInformation& operator=(const MiscInformation& other) = default;
-    /** Frees the texts. */
     ~MiscInformation();
 
     /** Logged-on users, separated by commas, at most 128 characters; "NA" (no slash) when nobody

@@ -8,6 +8,9 @@
  * microseconds of looking; whoever lets it in first makes it the holder and then sets that event, so a
  * lock never looks free while it is on its way to a waiter.
  *
+ * Attaching and holding with owners of C++ (examples/table.cpp):
+ * @snippet table.cpp hold
+ *
  * | held       | Exclusive, Notify | SharedWaitForExclusive         | SharedStarveExclusive |
  * |------------|-------------------|--------------------------------|-----------------------|
  * | free       | granted           | granted                        | granted               |

@@ -4,9 +4,13 @@
  *
  * Win32-style synchronisation over POSIX threads. Flags are compared against exactly 1: any other
  * value, 2 included, is false. True is 1 and false is 0. Time-outs are in milliseconds;
- * #ORU_INFINITE means no limit. Refused arguments and exhausted memory are noted in the layer's
- * private error word, which callers cannot read; nothing here sets `errno` on purpose, see
- * handle.h.
+ * #ORU_INFINITE means no limit.
+ *
+ * Errors: the result alone tells of a failure. Refused arguments leave `errno` as it was, the system's
+ * thread calls do not set it, and for exhausted memory it depends on the C library.
+ *
+ * A thread's work under a mutex, and an event that says "look" (examples/worker.c):
+ * @snippet worker.c tell
  *
  * | object | created                           | becomes signalled by    | becomes unsignalled by |
  * |--------|-----------------------------------|-------------------------|------------------------|
@@ -47,9 +51,8 @@ extern "C" {
  * @param manual_reset must be 1.
  * @param initial_state 1 makes the event set, anything else reset.
  * @param name must be null or empty.
- * @return the event, to be closed with oruCloseHandle(), or null: an argument is refused (EINVAL),
- * memory is exhausted (ENOMEM), a lock cannot be made (nothing noted) or the event cannot be set
- * (EBUSY).
+ * @return the event, to be closed with oruCloseHandle(), or null: `manual_reset` or `name` is refused,
+ * memory is exhausted, a lock cannot be made, or the event cannot be set.
  */
 VLRCOMN_API oruHandle oruCreateEvent(void* attributes, int manual_reset, int initial_state,
                                      const char* name);
@@ -58,8 +61,7 @@ VLRCOMN_API oruHandle oruCreateEvent(void* attributes, int manual_reset, int ini
  * Sets an event and wakes everyone who waits for it; it stays set until oruResetEvent().
  *
  * @param event the event.
- * @return 1, or 0: null, #ORU_INVALID_HANDLE or a handle that is no event (EINVAL), or a failing
- * lock.
+ * @return 1, or 0: null, #ORU_INVALID_HANDLE or a handle that is no event, or a failing lock.
  */
 VLRCOMN_API int oruSetEvent(oruHandle event);
 
@@ -67,8 +69,7 @@ VLRCOMN_API int oruSetEvent(oruHandle event);
  * Resets an event. A thread already woken by an earlier set still returns #ORU_WAIT_SIGNALLED.
  *
  * @param event the event.
- * @return 1, or 0: null or a handle that is no event (EINVAL), #ORU_INVALID_HANDLE (nothing noted,
- * unlike in oruSetEvent()), or a failing lock.
+ * @return 1, or 0: null, #ORU_INVALID_HANDLE or a handle that is no event, or a failing lock.
  */
 VLRCOMN_API int oruResetEvent(oruHandle event);
 
@@ -78,8 +79,8 @@ VLRCOMN_API int oruResetEvent(oruHandle event);
  * @param attributes ignored.
  * @param initial_owner 1 makes the calling thread the owner.
  * @param name ignored; mutexes are never shared by name.
- * @return the mutex, to be closed with oruCloseHandle(), or null: memory is exhausted (ENOMEM) or a
- * lock cannot be made (nothing noted).
+ * @return the mutex, to be closed with oruCloseHandle(), or null: memory is exhausted, or a lock
+ * cannot be made or taken.
  */
 VLRCOMN_API oruHandle oruCreateMutex(void* attributes, int initial_owner, const char* name);
 
@@ -101,9 +102,8 @@ VLRCOMN_API oruHandle oruOpenMutex(uint32_t access, int inherit, const char* nam
  * to which the system gives the same POSIX thread id counts as the owner.)
  *
  * @param mutex the mutex.
- * @return 1, or 0: null (nothing noted), #ORU_INVALID_HANDLE or a handle that is no mutex (EINVAL),
- * a mutex that is free or that another thread owns (nothing noted, nothing changed), or a failing
- * lock.
+ * @return 1, or 0: null, #ORU_INVALID_HANDLE or a handle that is no mutex, a mutex that is free or that
+ * another thread owns (nothing changes), or a failing lock.
  */
 VLRCOMN_API int oruReleaseMutex(oruHandle mutex);
 
@@ -130,7 +130,7 @@ VLRCOMN_API int oruReleaseMutex(oruHandle mutex);
  * @param handle an event, thread or mutex.
  * @param milliseconds time-out; 0 looks and returns and is no cancellation point.
  * @return #ORU_WAIT_SIGNALLED, #ORU_WAIT_TIMEOUT or #ORU_WAIT_FAILED: null, #ORU_INVALID_HANDLE or
- * a file (EINVAL), the missing carry above, an unreadable clock or a failing lock.
+ * a file, the missing carry above, an unreadable clock or a failing lock.
  */
 VLRCOMN_API uint32_t oruWaitForSingleObject(oruHandle handle, uint32_t milliseconds);
 
@@ -154,8 +154,8 @@ VLRCOMN_API uint32_t oruWaitForSingleObject(oruHandle handle, uint32_t milliseco
  * @param wait_all 1 (wait for all) is not supported and gives #ORU_WAIT_FAILED at once.
  * @param milliseconds time-out.
  * @return #ORU_WAIT_SIGNALLED plus the index of the signalled handle; #ORU_WAIT_TIMEOUT; or
- * #ORU_WAIT_FAILED: `wait_all` is 1, a single wait failed, or `count` is 0 or `handles` null
- * (EINVAL) while the time-out is not 0.
+ * #ORU_WAIT_FAILED: `wait_all` is 1, a single wait failed, or `count` is 0 or `handles` null while the
+ * time-out is not 0.
  */
 VLRCOMN_API uint32_t oruWaitForMultipleObjects(uint32_t count, const oruHandle* handles,
                                                int wait_all, uint32_t milliseconds);
@@ -172,7 +172,7 @@ VLRCOMN_API uint32_t oruWaitForMultipleObjects(uint32_t count, const oruHandle* 
  * one of the two changes may be lost: use either kind for a word, not both.
  * Reading the word elsewhere needs an atomic read.
  *
- * @param value the word; null gives 0 (EINVAL).
+ * @param value the word; null gives 0.
  * @return the word as read after the change.
  */
 VLRCOMN_API int32_t oruInterlockedIncrement(volatile int32_t* value);
@@ -180,7 +180,7 @@ VLRCOMN_API int32_t oruInterlockedIncrement(volatile int32_t* value);
 /**
  * Subtracts 1 from a word; in everything else as oruInterlockedIncrement().
  *
- * @param value the word; null gives 0 (EINVAL).
+ * @param value the word; null gives 0.
  * @return the word as read after the change.
  */
 VLRCOMN_API int32_t oruInterlockedDecrement(volatile int32_t* value);
@@ -191,7 +191,7 @@ VLRCOMN_API int32_t oruInterlockedDecrement(volatile int32_t* value);
  * Exchanges exclude one another, but neither increments nor decrements. Each is one atomic
  * instruction, so that others may exchange the same word by the processor's means, as orSL_Get() does.
  *
- * @param target the word; null gives 0 (EINVAL).
+ * @param target the word; null gives 0.
  * @param value what to store.
  * @return what the word held before; exact among exchanges.
  */

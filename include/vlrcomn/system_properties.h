@@ -3,13 +3,9 @@
  * @brief This machine's properties: one by name, all as a map, or one function each.
  *
  * Start with ISysProps::GetAllSystemProperties for a report, or with an orumcomn_get_… function for
- * a single value:
- * @code
- * velora_com::qel::sysprops::ISysProps properties;
- * std::map<std::wstring, std::wstring> report;
- * properties.GetAllSystemProperties(report);
- * const std::wstring address = orumcomn_get_ip_address();
- * @endcode
+ * a single value. A report with a line for each property (examples/report.cpp):
+ * @snippet report.cpp properties
+ *
  * The functions for single values are in property_functions.h, the facts and words below the properties in
  * machine_facts.h; both come with this header.
  *

@@ -4,9 +4,15 @@
  *
  * Win32-style threads over POSIX threads, and 512 thread-local indices for the whole process.
  *
+ * A thread from its start to its end (examples/worker.c, which has `run` and `tell`):
+ * @snippet worker.c thread
+ *
  * **The end of any thread started here frees every thread-local index of the process**, those that
  * other threads still use and those that another thread has just allocated included. Indices
  * therefore hold only as long as no such thread ends; look at the result of every call.
+ *
+ * Errors: the result alone tells of a failure. Refused arguments leave `errno` as it was, the system's
+ * thread calls do not set it, and for exhausted memory it depends on the C library.
  *
  * Thread safety: every function may be called from any thread. A call on an index that meets
  * another thread's freeing of it answers as if it came before or after that.
@@ -60,8 +66,8 @@ typedef uint32_t (*oruThreadRoutine)(void* parameter);
  * @param thread_id null, or where to store the thread's id: always 0, on success only. Use the
  * handle.
  * @return a handle to wait for and to close with oruCloseHandle(), at any time; or
- * #ORU_INVALID_HANDLE: a null routine (EINVAL), exhausted memory (ENOMEM), or a thread that the
- * system does not start (nothing noted in the layer's private error word).
+ * #ORU_INVALID_HANDLE: a null routine, exhausted memory, a lock that cannot be made, or a thread that the
+ * system does not start.
  */
 VLRCOMN_API oruHandle oruBeginThread(void* attributes, uint32_t stack_size,
                                      oruThreadRoutine routine, void* parameter, uint32_t flags,
@@ -110,8 +116,8 @@ VLRCOMN_API void set_pthread_sched_param(oruHandle thread);
 /**
  * Takes the lowest free thread-local index. Every thread's value starts as null.
  *
- * @return an index from 0 to 511, or #ORU_TLS_OUT_OF_INDEXES: all are in use (EAGAIN), or the
- * system has no further key (nothing noted).
+ * @return an index from 0 to 511, or #ORU_TLS_OUT_OF_INDEXES: all are in use, or the system
+ * has no further key.
  */
 VLRCOMN_API uint32_t oruTlsAlloc(void);
 
@@ -119,7 +125,7 @@ VLRCOMN_API uint32_t oruTlsAlloc(void);
  * Frees a thread-local index. What its values point to is the callers' affair.
  *
  * @param index an index of oruTlsAlloc().
- * @return 1, or 0: 512 and above or an index that is not in use (EINVAL), or the system does not
+ * @return 1, or 0: 512 and above or an index that is not in use, or the system does not
  * delete the key (the index is free all the same).
  */
 VLRCOMN_API int oruTlsFree(uint32_t index);
@@ -129,8 +135,7 @@ VLRCOMN_API int oruTlsFree(uint32_t index);
  *
  * @param index an index of oruTlsAlloc().
  * @param value what to store.
- * @return 1, or 0: 512 and above or an index that is not in use (EINVAL), or memory is exhausted
- * (nothing noted).
+ * @return 1, or 0: 512 and above or an index that is not in use, or memory is exhausted.
  */
 VLRCOMN_API int oruTlsSetValue(uint32_t index, void* value);
 
@@ -138,7 +143,7 @@ VLRCOMN_API int oruTlsSetValue(uint32_t index, void* value);
  * Reads the calling thread's value of an index, without taking a lock.
  *
  * @param index an index of oruTlsAlloc().
- * @return the value, or null: never set, or 512 and above or an index that is not in use (EINVAL).
+ * @return the value, or null: never set, or 512 and above or an index that is not in use.
  */
 VLRCOMN_API void* oruTlsGetValue(uint32_t index);
 

@@ -23,6 +23,7 @@ expect 'first 1000, second 1000' ./table
 expect $'nobody plays\ncaught 4\nboth have ended' ./from_win32
 expect "$loaded$unloaded"$'\nhost: version 000100040000001b\n'"${loaded}plug-in: enforcing update.policy"$'\n'"$unloaded" \
     ./plugin_host ./plugin.so
+expect 127.0.0.1 ./local_address 127.0.0.1 9  # a refusal reaches the host, too
 refuses 'none: no plug-in' ./plugin_host "$work/none"
 
 ./report "$work/report" >"$work/diagnostics"
