@@ -2,7 +2,7 @@
 find_package(Threads REQUIRED)
 
 add_library(vlrcomn_options INTERFACE)
-# Static C++ checks of gcc and clang alike; -Wconversion keeps 32-bit contracts honest on 64-bit hosts.
+# Static C++ checks of gcc and clang alike; -Wconversion shows where a 32-bit count would lose bits of a 64-bit host.
 # Part of somebody else's build, the library keeps to the warnings of that build.
 if(is_main_project)
     target_compile_options(vlrcomn_options INTERFACE

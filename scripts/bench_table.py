@@ -229,7 +229,7 @@ def main():
     document = Document(plan, read_notes())
     print("# Benchmarks\n")
     print("Written by `scripts/bench`, which runs everything on one machine in one run. The limit is the bare\n"
-          "calls that the contract cannot do without; a ratio to it stands in parentheses behind a time.\n"
+          "calls that the work cannot do without; a ratio to it stands in parentheses behind a time.\n"
           "Compare ratios, not times.\n")
     facts = circumstances(documents, settings)
     if picture:

@@ -34,7 +34,7 @@ private:
     orSELock* lock_ = nullptr;
 };
 
-// The four exchanges that a pair consists of by contract, which takes and gives back the spin word twice, and
+// The four exchanges of a pair of ours, which takes and gives back the spin word twice, and
 // nothing else. No lock: for comparison alone, with one thread.
 struct Limit {
     static constexpr const char* name = "limit";

@@ -28,7 +28,7 @@ private:
     oruHandle handle_;
 };
 
-// What the contract makes of a mutex: an outer lock with a flag and a condition round the inner one.
+// The steps of a mutex of ours: an outer lock with a flag and a condition round the inner one.
 class PosixSteps {
 public:
     static constexpr const char* name = "limit_same_steps";

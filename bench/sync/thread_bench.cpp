@@ -35,7 +35,7 @@ void start_posix(benchmark::State& state) {
     }
 }
 
-// As the contract has it: a detached thread that broadcasts its end.
+// The steps of a thread of ours: a detached thread that broadcasts its end.
 void start_same_steps(benchmark::State& state) {
     pthread_attr_t detached;
     pthread_attr_init(&detached);

@@ -1,4 +1,4 @@
-// Path flattening against the contract's steps, taken one by one on a string. Input: the path, a line
+// Path flattening against its steps, taken one by one on a string. Input: the path, a line
 // feed, the base.
 #include <cstdint>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// The public conversions as the contract words them: a work buffer, a copy of the input, iconv. This
+// The public conversions by way of iconv: a work buffer, a copy of the input, iconv. This
 // machine's iconv still knows the codes above U+10FFFF of UTF-8's first form; the library stops there.
 #pragma once
 

@@ -70,8 +70,8 @@ bool orumcomn_copy_file(const char* source, const char* destination, int overwri
     const CancellationOff cancellation_off;
     struct stat status;
     FileDescriptor from = open_source(source, status);
-    // The contract makes the directories first, in any case. Nobody can tell that they are made only
-    // when something is missing; then everything is tried again, since paths may lead through them.
+    // The destination's directories are made also when the source is missing. Most are there, so they are made
+    // only when a file cannot be opened. It is then tried again, since its path may lead through them.
     if (!from) {
         orumcomn_MakeRecursiveDirectoryA(destination);
         from = open_source(source, status);

@@ -17,7 +17,8 @@ bool orumcomn_create_guid(GUID* guid, char* text, size_t size) {
     char braced[sizeof plain + 2];
     std::snprintf(braced, sizeof braced, "{%s}", plain);
     if (size != 0) {
-        std::strncpy(text, braced, size);  // cut without a terminator, by contract
+        std::strncpy(text, braced,
+                     size);  // a short buffer gets no terminator: file_system.h says so
     }
     if (guid != nullptr) {
         *guid = created;

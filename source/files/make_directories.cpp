@@ -37,7 +37,7 @@ void make_directories(char* path) {
 
 }  // namespace
 
-// The contract asks for a result of 1 of the last mkdir, which none gives.
+// Both always return failure: callers look for the directory itself, as file_system.h tells them.
 
 uint32_t orumcomn_MakeRecursiveDirectoryA(const char* path) {
     char copy[path_size];

@@ -44,7 +44,7 @@ void* load_into(LibraryEntry** slot, const char* path, LocalMessage& message) {
     if (entry->entry_point != nullptr &&
         entry->entry_point(module, ORU_PROCESS_ATTACH, nullptr) != 1) {
         set_message(message, "dllmain returned false");
-        return nullptr;  // the library stays loaded, by contract
+        return nullptr;  // it stays loaded: its code may already run in a thread
     }
     entry->references = 1;
     std::memcpy(entry->name, path, std::min(std::strlen(path), sizeof entry->name));

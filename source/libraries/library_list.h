@@ -57,8 +57,8 @@ LibraryEntry** release_reference(void* module, bool& last);
 // Empties a slot.
 std::unique_ptr<LibraryEntry> withdraw_library(LibraryEntry** slot);
 
-// Keeps the memory of an entry whose library could not be opened for ever, by contract. The list has to be
-// held.
+// Keeps the memory of an entry whose library could not be opened until the process ends, within reach, so that
+// no leak is reported. The list has to be held.
 void abandon(std::unique_ptr<LibraryEntry> entry);
 
 }  // namespace velora_com::qel::libraries

@@ -9,8 +9,7 @@ namespace velora_com::qel::network {
 // untouched, when there is no such pair.
 bool strip_brackets(std::string& text);
 
-// Cuts everything from the first "%" on, whatever the address: the contract names two prefixes, but as it
-// tests them every text has them.
+// Cuts everything from the first "%" on, of any text: whether the address is link-local is not looked at.
 void strip_scope(std::string& text);
 
 }  // namespace velora_com::qel::network

@@ -54,7 +54,7 @@ int ANetworkUtil::ConnectWithTimeout(int socket, sockaddr* address, int length,
     if (!wait_until_writable(socket, seconds)) {
         return -1;
     }
-    // The contract fetches the socket's error and does not judge it.
+    // A refusal is the caller's to see, on the first use of the socket; only the wait is judged here.
     int error = 0;
     socklen_t error_size = sizeof error;
     return getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &error_size) == 0 ? 0 : -1;

@@ -20,8 +20,8 @@
 namespace velora_com::qel {
 namespace {
 
-// The contract's room for the text of a resolved address whose scope is looked up. A text that is longer
-// gets no scope; link-local addresses fit.
+// Room for the text of a resolved address whose scope is looked up. A longer text gets no scope;
+// link-local addresses fit.
 constexpr socklen_t scoped_text_size = 32;
 
 // The getnameinfo of Mac OS X 10.4 and 10.5 puts "%" and an interface's name behind the text of an address

@@ -40,8 +40,8 @@ bool free_file(oruHandle record) {
     return true;
 }
 
-// The locks of the other kinds are freed without being destroyed, by contract; destroying a
-// condition that somebody still sleeps on would also hang on some systems.
+// The locks of the other kinds are freed without being destroyed: on some systems the destruction of a
+// condition that somebody still sleeps on never returns.
 template <typename Data>
 bool free_waitable(oruHandle record) {
     delete static_cast<Data*>(record->pData);

@@ -47,6 +47,6 @@ int oruSetEvent(oruHandle handle) {
 }
 
 int oruResetEvent(oruHandle handle) {
-    // The invalid handle is refused without a word here, by contract, and with EINVAL when set.
+    // Unlike oruSetEvent() this leaves the error word alone for the invalid handle.
     return handle == ORU_INVALID_HANDLE ? 0 : change_state<0>(handle);
 }

@@ -52,7 +52,7 @@ struct HandleRecordDeleter {
 using HandleRecordOwner = std::unique_ptr<_oruHandleObject_t, HandleRecordDeleter>;
 
 // A record of `kind` with one reference, unsignalled, its locks made and everything else null. Null
-// with nErrno ENOMEM when memory is exhausted; null with nothing noted when a lock cannot be made.
+// when memory is exhausted, with ENOMEM in the error word, or when a lock cannot be made.
 // A creating function fills pData last and hands release() to its caller.
 HandleRecordOwner make_handle_record(int32_t kind) noexcept;
 

@@ -35,7 +35,7 @@ int32_t change(volatile int32_t* word) {
         const MutexGuard lock(MutexInterlockedLong);
         store(word, static_cast<int32_t>(static_cast<uint32_t>(load(word)) + difference));
     }
-    // By contract read after the unlock: the value may be another thread's by now.
+    // Read after the unlock: the value may be another thread's by now, as sync.h warns.
     return load(word);
 }
 

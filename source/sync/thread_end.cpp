@@ -22,7 +22,7 @@ void signal_thread_end(const StartBlock& block) noexcept {
     if (block.signal == &bDummyThreadSignalled) {
         return;
     }
-    // Stored before the lock, by contract. No waiter misses it: one that still read 0 holds the mutex
+    // Stored before the lock, so that the end shows also when the lock fails. No waiter misses it: one that still read 0 holds the mutex
     // until it sleeps, and is then woken.
     block.signal->store(1, std::memory_order_release);
     const support::MutexGuard record_lock(*block.mutex);

@@ -22,7 +22,7 @@ extern "C" void unlock_record(void* mutex) {
 }
 
 // The moment when a wait that starts now ends, or nothing when the clock cannot be read or the
-// nanoseconds reach a full second. They are not carried, by contract; the test is made here because
+// nanoseconds reach a full second. They are not carried: sync.h has callers try again. The test is made here because
 // hosts differ in what they do with such a deadline.
 std::optional<timespec> deadline_after(uint32_t milliseconds) {
     timeval now;

@@ -1,8 +1,7 @@
 // UTF-8 and wide text, one into the other, without iconv.
 //
-// The contract of the public conversions is worded through iconv, but opening a converter costs many
-// times what a short text does, an open one is bound to one thread at a time, and C libraries disagree
-// about faulty text. These functions give what glibc's iconv gives up to the first code above U+10FFFF,
+// Opening a converter of iconv costs many times what a short text does, an open one is bound to one thread
+// at a time, and C libraries disagree about faulty text. These functions give what glibc's iconv gives up to the first code above U+10FFFF,
 // on every host and for every input; fuzz/text holds the two against each other.
 //
 // A code has one to four bytes (RFC 3629). Conversion stops at the end of the input or before the first
@@ -13,8 +12,8 @@
 
 namespace velora_com::qel::utf8 {
 
-// The bytes that callers have to provide for each wide character, by contract: the most that UTF-8 had in
-// its first form. None becomes more than four.
+// The bytes that callers have to provide for each wide character: the most that UTF-8 had in its first form.
+// None becomes more than four.
 constexpr size_t max_bytes_per_character = 6;
 
 // Bytes that encode() writes at most for this text, exact when it has no fault.

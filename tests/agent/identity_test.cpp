@@ -63,7 +63,7 @@ TEST(DiskSpace, WrapsAndExtendsTheSign) {
     EXPECT_EQ(space, 4096000U);
 }
 
-// The fuzz target holds the matcher against a model; here stand the cases of its contract.
+// The fuzz target holds the matcher against a model; here stand the cases that the header names.
 TEST(PlatformMatch, DecidesOnNamesAndRanges) {
     const std::string longest(259, 'M');
     const struct {

@@ -41,7 +41,7 @@ protected:
     const std::string file_ = folder_.write("file");
 };
 
-// The fuzz target holds every text against the steps of the contract.
+// The fuzz target holds every text against a second implementation.
 TEST_F(Paths, FlattensText) {
     EXPECT_EQ(flat({"a/./b/../c", "/x"}), "/x/a/c");
     EXPECT_EQ(flat({"/../etc", "/x"}), "untold");

@@ -124,7 +124,7 @@ TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
     }
 }
 
-// Reading while another thread closes is against the contract, but without harm.
+// Reading while another thread closes is the caller's fault (file.h), but does no harm.
 TEST_F(Search, ThreadsShareTheSlots) {
     std::atomic<bool> in_use[ORU_MAX_SEARCHES + 1]{};
     std::vector<std::future<void>> threads;

@@ -86,7 +86,7 @@ TEST(Wait, LooksAtOneHandleAfterAnotherForTenMilliseconds) {
     for (const auto& [handles, wait_all, limit, expected] : cases) {
         const auto count = static_cast<uint32_t>(handles.size());
         uint32_t result;
-        do {  // fails by contract in the last 10 ms of a second
+        do {  // fails by design in the last 10 ms of a second
             result = oruWaitForMultipleObjects(count, handles.data(), wait_all, limit);
         } while (result == ORU_WAIT_FAILED && expected != ORU_WAIT_FAILED);
         EXPECT_EQ(result, expected) << count << " handles, " << limit << " ms";
