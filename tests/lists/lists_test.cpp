@@ -4,6 +4,7 @@
 #include <deque>
 #include <random>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "locks/peers.h"
@@ -20,32 +21,28 @@ TEST(LinkedList, BehavesAsAList) {
     LinkedListHandle list = nullptr;
     ASSERT_EQ(LinkedList_Init(&list), 1);
     for (LinkedListItem& fresh : items) {
+        const bool at_head = random() % 2 == 0;
         if (random() % 2 == 0) {
-            const bool at_head = random() % 2 == 0;
             ASSERT_EQ((at_head ? LinkedList_AddHead : LinkedList_AddTail)(list, &fresh), 1);
             model.insert(at_head ? model.begin() : model.end(), &fresh);
         } else if (!model.empty()) {
-            const auto index = static_cast<uint32_t>(random() % model.size());
-            LinkedListItem *const item = model[index], *const next = item->next;
-            const bool as_tail = next == nullptr && random() % 2 == 0;
-            ASSERT_EQ(LinkedList_PeekAt(list, index), item);
-            ASSERT_EQ(as_tail ? LinkedList_RemoveTail(list) : LinkedList_RemoveAt(list, index),
-                      item);
+            const auto i = static_cast<uint32_t>(random() % model.size());
+            LinkedListItem *const item = model[i], *const next = item->next;
+            const bool as_tail = next == nullptr && !at_head;
+            ASSERT_EQ(LinkedList_PeekAt(list, i), item);
+            ASSERT_EQ(as_tail ? LinkedList_RemoveTail(list) : LinkedList_RemoveAt(list, i), item);
             ASSERT_EQ(item->next, next) << "a removed item keeps its links";
-            model.erase(model.begin() + static_cast<int>(index));
+            model.erase(model.begin() + static_cast<int>(i));
         }
         const auto count = static_cast<uint32_t>(model.size());
         ASSERT_EQ(LinkedList_GetCount(list), static_cast<int>(count));
-        ASSERT_EQ(LinkedList_PeekAt(list, count), nullptr);
-        ASSERT_EQ(LinkedList_RemoveAt(list, count), nullptr);
-        LinkedListItem* before = nullptr;
-        for (LinkedListItem* expected : model) {
-            ASSERT_EQ(before == nullptr ? list->head : before->next, expected);
-            ASSERT_EQ(expected->previous, before);
-            before = expected;
+        ASSERT_TRUE(!LinkedList_PeekAt(list, count) && !LinkedList_RemoveAt(list, count));
+        const LinkedListItem *item = list->head, *before = nullptr;
+        for (const LinkedListItem* expected : model) {
+            ASSERT_TRUE(item == expected && item->previous == before);
+            before = std::exchange(item, item->next);
         }
-        ASSERT_EQ(list->tail, before);
-        ASSERT_EQ(before == nullptr ? list->head : before->next, nullptr);
+        ASSERT_TRUE(item == nullptr && list->tail == before);
     }
     LinkedList_End(&list);
 }
@@ -55,14 +52,24 @@ TEST(LinkedListDeathTest, WhatContradictsItselfIsAnAssertion) {
         return assertion_message("\\.\\./source/Linklist", line, function, expression);
     };
     LinkedListItem only{};
-    LinkedListHeader too_short{&only, &only, 3}, no_tail{nullptr, &only, 1};
+    LinkedListHeader shorter{&only, &only, 3}, no_tail{nullptr, &only, 1};
     EXPECT_DEATH(LinkedList_Init(nullptr), message("31", "LinkedList_Init", "lphLinkedList"));
     EXPECT_DEATH(LinkedList_GetCount(nullptr), message("167", "LinkedList_GetCount", "lpMain"));
-    EXPECT_DEATH(LinkedList_PeekAt(&too_short, 1), message("200", "LinkedList_PeekAt", "lpItem"));
-    EXPECT_DEATH(LinkedList_RemoveAt(&no_tail, 0),
-                 message("238", "LinkedList_RemoveAt", "lpMain->lpTail"));
-    EXPECT_DEATH(LinkedList_RemoveAt(&too_short, 1),
-                 message("245", "LinkedList_RemoveAt", "lpItem"));
+    EXPECT_DEATH(LinkedList_PeekAt(&shorter, 1), message("200", "LinkedList_PeekAt", "lpItem"));
+    const char* const remove = "LinkedList_RemoveAt";
+    EXPECT_DEATH(LinkedList_RemoveAt(&no_tail, 0), message("238", remove, "lpMain->lpTail"));
+    EXPECT_DEATH(LinkedList_RemoveAt(&shorter, 1), message("245", remove, "lpItem"));
+}
+
+// What does nothing on lists that are missing, or whose lock is not to be had.
+void expect_untouched(orSLL* stack, orSLL2* deque) {
+    static orLLItem item;
+    static orLL2Node node;
+    orSLL_XInsertHead(stack, &item);
+    orSLL2_XInsertHead(deque, &node);
+    orSLL2_XInsertTail(deque, &node);
+    EXPECT_EQ(orSLL_XRemoveHead(stack), nullptr);
+    EXPECT_TRUE(!orSLL2_XRemoveHead(deque) && !orSLL2_XRemoveTail(deque));
 }
 
 TEST(Lists, NullIsRefusedOrNothing) {
@@ -75,10 +82,9 @@ TEST(Lists, NullIsRefusedOrNothing) {
     EXPECT_EQ(LinkedList_AddHead(nullptr, &counted) + LinkedList_AddHead(list, nullptr), 0);
     EXPECT_EQ(LinkedList_AddTail(nullptr, &counted) + LinkedList_AddTail(list, nullptr), 0);
     EXPECT_EQ(LinkedList_GetCount(list), 0);
-    for (LinkedListHandle nothing : {list, LinkedListHandle{nullptr}}) {
-        EXPECT_EQ(LinkedList_RemoveTail(nothing), nullptr);
-        EXPECT_EQ(LinkedList_PeekAt(nothing, 0), nullptr);
-        EXPECT_EQ(LinkedList_RemoveAt(nothing, 0), nullptr);
+    for (LinkedListHandle none : {list, LinkedListHandle{nullptr}}) {
+        EXPECT_TRUE(!LinkedList_PeekAt(none, 0) && !LinkedList_RemoveAt(none, 0));
+        EXPECT_EQ(LinkedList_RemoveTail(none), nullptr);
     }
     LinkedList_End(&list);
     EXPECT_EQ(list, nullptr);
@@ -89,24 +95,16 @@ TEST(Lists, NullIsRefusedOrNothing) {
     orLL_XRemove(nullptr, &item);
     orLL_XRemove(&head, nullptr);
     EXPECT_EQ(head, &item);
-    EXPECT_EQ(orLL_XRemoveHead(nullptr), nullptr);
-    EXPECT_EQ(orLL_XGetNext(nullptr), nullptr);
+    EXPECT_TRUE(!orLL_XRemoveHead(nullptr) && !orLL_XGetNext(nullptr));
+    EXPECT_TRUE(!orLL2_XGetNext(nullptr) && !orLL2_XGetPrev(nullptr));
     EXPECT_EQ(orLL_IsEmpty(nullptr) + orLL_XIsEnd(nullptr) + orLL2_XIsEnd(nullptr), 3);
-    EXPECT_EQ(orLL2_XGetNext(nullptr), nullptr);
-    EXPECT_EQ(orLL2_XGetPrev(nullptr), nullptr);
     orLL2_XRemove(nullptr);
     orLL2_XRemove(&node);  // in no list
 
     EXPECT_TRUE(orSLL_Init(nullptr) && orSLL_Create(nullptr) && orSLL_IsEmpty(nullptr));
     EXPECT_TRUE(orSLL2_Init(nullptr) && orSLL2_Create(nullptr) && orSLL2_IsEmpty(nullptr));
-    orSLL_XInsertHead(nullptr, &item);
-    orSLL2_XInsertHead(nullptr, &node);
-    orSLL2_XInsertTail(nullptr, &node);
-    EXPECT_EQ(orSLL_XRemoveHead(nullptr), nullptr);
-    EXPECT_EQ(orSLL2_XRemoveHead(nullptr), nullptr);
-    EXPECT_EQ(orSLL2_XRemoveTail(nullptr), nullptr);
-    EXPECT_EQ(orSLL_XGetHead(nullptr, 1, 1), nullptr);
-    EXPECT_EQ(orSLL2_XGetHead(nullptr, 1, 1), nullptr);
+    expect_untouched(nullptr, nullptr);
+    EXPECT_TRUE(!orSLL_XGetHead(nullptr, 1, 1) && !orSLL2_XGetHead(nullptr, 1, 1));
     orSLL_LockRelease(nullptr);
     orSLL2_LockRelease(nullptr);
     orSLL_Release(nullptr);
@@ -115,10 +113,7 @@ TEST(Lists, NullIsRefusedOrNothing) {
 
 class LockedLists : public testing::Test {
 protected:
-    LockedLists() {
-        EXPECT_EQ(orSLL_Create(&stack_), ORU_SUCCESS);
-        EXPECT_EQ(orSLL2_Create(&deque_), ORU_SUCCESS);
-    }
+    LockedLists() { EXPECT_TRUE(!orSLL_Create(&stack_) && !orSLL2_Create(&deque_)); }
     ~LockedLists() override {
         orSLL_Release(stack_);
         orSLL2_Release(deque_);
@@ -134,8 +129,7 @@ TEST_F(LockedLists, ADequeBehavesAsOne) {
     std::mt19937 random(4);
     nodes_.resize(3000);
     std::deque<orLL2Node*> model;
-    EXPECT_EQ(orSLL2_XRemoveHead(deque_), nullptr);
-    EXPECT_EQ(orSLL2_XRemoveTail(deque_), nullptr);
+    EXPECT_TRUE(!orSLL2_XRemoveHead(deque_) && !orSLL2_XRemoveTail(deque_));
     for (orLL2Node& fresh : nodes_) {
         const bool at_tail = random() % 2 == 0;
         (at_tail ? orSLL2_XInsertTail : orSLL2_XInsertHead)(deque_, &fresh);
@@ -166,8 +160,7 @@ TEST_F(LockedLists, ADequeBehavesAsOne) {
 TEST_F(LockedLists, AStackGivesTheLatestFirst) {
     orLLItem items[3];
     orSLL unset{items, nullptr};
-    EXPECT_EQ(orSLL_Init(&unset), ORU_SUCCESS);
-    EXPECT_TRUE(orSLL_IsEmpty(&unset));
+    EXPECT_TRUE(orSLL_Init(&unset) == ORU_SUCCESS && orSLL_IsEmpty(&unset));
     orSLL_Uninit(&unset);
     for (orLLItem& item : items) {
         orSLL_XInsertHead(stack_, &item);
@@ -187,8 +180,8 @@ TEST_F(LockedLists, AStackGivesTheLatestFirst) {
 
 // Whose lock is not granted reaches no link: a thread without identity would have to wait and cannot.
 TEST_F(LockedLists, ABusyLockIsNotWaitedForAndNothingIsTouched) {
-    orLLItem item{}, stray{};
-    nodes_.resize(2);
+    orLLItem item{};
+    nodes_.resize(1);
     orSLL_XInsertHead(stack_, &item);
     orSLL2_XInsertHead(deque_, &nodes_[0]);
     locks::Peer owner;
@@ -198,20 +191,11 @@ TEST_F(LockedLists, ABusyLockIsNotWaitedForAndNothingIsTouched) {
     });
     EXPECT_EQ(orSLL_XGetHead(stack_, 0, 0), ORSLL_NOT_LOCKED);
     EXPECT_EQ(orSLL2_XGetHead(deque_, 1, 2), nullptr) << "2 is no wait";
-    const auto try_all = [&] {
-        orSLL_XInsertHead(stack_, &stray);
-        orSLL2_XInsertHead(deque_, &nodes_[1]);
-        orSLL2_XInsertTail(deque_, &nodes_[1]);
-        EXPECT_EQ(orSLL_XRemoveHead(stack_), nullptr);
-        EXPECT_EQ(orSLL2_XRemoveHead(deque_), nullptr);
-        EXPECT_EQ(orSLL2_XRemoveTail(deque_), nullptr);
-    };
-    std::thread(try_all).join();
-    EXPECT_EQ(stack_->first, &item);
-    EXPECT_EQ(deque_->head.next, &nodes_[0]);
+    std::thread(expect_untouched, stack_, deque_).join();
+    EXPECT_TRUE(stack_->first == &item && deque_->head.next == &nodes_[0]);
     orSLL_Uninit(stack_);
     orSLL2_Uninit(deque_);
-    try_all();
+    expect_untouched(stack_, deque_);
 }
 
 }  // namespace
