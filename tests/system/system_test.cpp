@@ -33,19 +33,18 @@ protected:
 TEST_F(Times, TimegmLeavesTheZoneAsPromised) {
     // A zone of 1024 characters: a long name and an offset.
     const std::string longest = "<" + std::string(1020, 'A') + ">-3", longer = longest + "0";
-    const char* const zones[] = {nullptr, "", longest.c_str(), longer.c_str()};
-    for (const char* before : zones) {
+    for (const char* before :
+         {longest.c_str(), longer.c_str(), "", static_cast<const char*>(nullptr)}) {
         set_zone(before);
         std::tm time = {0, 0, 0, 1, 0, 70};
         EXPECT_EQ(vlrcomn_timegm(&time), 0);
-        EXPECT_STREQ(std::getenv("TZ"), before == zones[2] ? before : nullptr);
+        EXPECT_STREQ(std::getenv("TZ"), before == longest.c_str() ? before : nullptr);
     }
 }
 
 TEST_F(Times, TimegmNormalisesAsMktimeDoes) {
     set_zone("EST5EDT,M3.2.0,M11.1.0");
-    std::tm time = {61, -1, 25, 32, 11, 106};      // seconds first, months from 0, years from 1900
-    time.tm_isdst = 1;                             // not heeded: UTC has no summer time
+    std::tm time = {61, -1, 25, 32, 11, 106, 0, 0, 1};  // UTC does not heed summer time
     EXPECT_EQ(vlrcomn_timegm(&time), 1167699601);  // 2007-01-02 01:00:01 less one minute, plus 60 s
     char text[64];
     std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S day %w %j", &time);
@@ -58,12 +57,10 @@ TEST_F(Times, TimegmNormalisesAsMktimeDoes) {
 TEST_F(Times, TheStandardZonesNameIsCut) {
     std::wstring told;
     set_zone("EST5EDT");
-    EXPECT_TRUE(vlrcomn_gettimezone(told));
-    EXPECT_EQ(told, L"EST");
+    EXPECT_TRUE(vlrcomn_gettimezone(told) && told == L"EST");
     std::string long_name(64, 'A');
     tzname[0] = long_name.data();
-    EXPECT_TRUE(vlrcomn_gettimezone(told));
-    EXPECT_EQ(told, std::wstring(63, L'A'));
+    EXPECT_TRUE(vlrcomn_gettimezone(told) && told == std::wstring(63, L'A'));
     tzname[0] = nullptr;
     EXPECT_FALSE(vlrcomn_gettimezone(told));
     EXPECT_EQ(told.size(), 63u) << "left alone";
@@ -94,28 +91,24 @@ std::basic_string<Character> stamped(void (*create)(Character*, uint32_t), uint3
 TEST_F(Times, StampsTellLocalTimeAndUtc) {
     set_zone("XYZ-5:30");
     time_t now;
-    std::string dashed, utc, narrow;
-    std::wstring local, wide;
+    std::string told;
+    std::wstring wide;
     oruSystemTime system_time;
     do {
         now = std::time(nullptr);
-        dashed = orumcomn_get_time_stamp_ansi();
-        utc = stamped(orumcomn_CreateGmtTimeStampA, 15);
-        wide = orumcomn_get_time_stamp_wide();
-        local = stamped(orumcomn_CreateLocalTimeStampW, 17);
-        narrow = stamped(orumcomn_CreateLocalTimeStampA, 15);
+        told = stamped(orumcomn_CreateGmtTimeStampA, 15) +
+               stamped(orumcomn_CreateLocalTimeStampA, 15) + orumcomn_get_time_stamp_ansi();
+        wide = stamped(orumcomn_CreateLocalTimeStampW, 17) + orumcomn_get_time_stamp_wide();
         oruGetSystemTime(&system_time);
     } while (now != std::time(nullptr));
-    char text[64];
-    std::strftime(text, sizeof text, "%Y%m%d%H%M%S", std::gmtime(&now));
-    EXPECT_EQ(utc, text + std::string("\0#####", 6));
     const std::tm t = *std::localtime(&now);
-    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &t);
-    EXPECT_EQ(dashed, text);
-    EXPECT_EQ(wide, orumcomn_ansi_to_wide(text));
-    std::strftime(text, sizeof text, "%Y%m%d%H%M%S", &t);
-    EXPECT_EQ(local, orumcomn_ansi_to_wide(text) + std::wstring(L"\0\0\0###", 6));
-    EXPECT_EQ(narrow, text + std::string("\0#####", 6));
+    char utc[64], text[64];
+    std::strftime(utc, sizeof utc, "%Y%m%d%H%M%S", std::gmtime(&now));
+    std::strftime(text, sizeof text, "%Y%m%d%H%M%S%Y-%m-%d %H:%M:%S", &t);
+    const std::string local(text, 14), dashed(text + 14), rest("\0#####", 6);
+    EXPECT_EQ(told, utc + rest + local + rest + dashed);
+    EXPECT_EQ(wide, orumcomn_ansi_to_wide(local) + std::wstring(L"\0\0\0###", 6) +
+                        orumcomn_ansi_to_wide(dashed));
     std::array<uint16_t, 8> record;
     std::memcpy(&record, &system_time, sizeof record);
     EXPECT_THAT(record, testing::ElementsAre(t.tm_year + 1900, t.tm_mon + 1, t.tm_wday, t.tm_mday,
@@ -159,37 +152,29 @@ TEST(System, TextsFitOrTellTheSizeThatTheyNeed) {
     utsname system;
     ASSERT_EQ(uname(&system), 0);
     char text[sizeof system.nodename + 20] = "kept";
-    uint32_t size = static_cast<uint32_t>(std::strlen(system.nodename));
-    EXPECT_EQ(oruGetComputerName(text, &size), 0);
+    auto size = static_cast<uint32_t>(std::strlen(system.nodename));
+    EXPECT_EQ(oruGetComputerName(text, &size) + oruGetComputerName(nullptr, &size), 0);
+    EXPECT_EQ(oruGetComputerName(text, nullptr), 0);
     EXPECT_EQ(oruGetWindowsDirectory(text, 8), 9U);
     EXPECT_STREQ(text, "kept");
     EXPECT_EQ(oruGetWindowsDirectory(text, 9), 8U);
     EXPECT_STREQ(text, "/Library");
     EXPECT_EQ(oruGetSystemDirectory(text, 5), 4U);
     EXPECT_EQ(oruGetSystemDirectory(nullptr, 5), 5U);
-    EXPECT_EQ(oruGetComputerName(nullptr, &size), 0);
-    EXPECT_EQ(oruGetComputerName(text, nullptr), 0);
     std::memset(text, '#', sizeof text);
     ++size;
     EXPECT_EQ(oruGetComputerName(text, &size), 1);
-    EXPECT_STREQ(text, system.nodename);
-    EXPECT_EQ(size, std::strlen(text));
-    EXPECT_EQ(text[size + 1], '#') << "written on";
+    EXPECT_EQ(size, std::strlen(system.nodename));
+    EXPECT_EQ(std::string(text, size + 2), system.nodename + std::string("\0#", 2));
 }
 
 TEST(System, TicksAreMillisecondsOfTheSystemsClock) {
-    const auto milliseconds = [] {
+    const auto milliseconds = [a_second = static_cast<uint32_t>(sysconf(_SC_CLK_TCK))] {
         tms unused;
-        return static_cast<uint32_t>(times(&unused)) * 1000u /
-               static_cast<uint32_t>(sysconf(_SC_CLK_TCK));
+        return static_cast<uint32_t>(times(&unused)) * 1000u / a_second;
     };
-    uint32_t before, ticks, after;
-    do {
-        before = milliseconds();
-        ticks = oruGetTickCount();
-        after = milliseconds();
-    } while (after < before);  // it wrapped
-    EXPECT_TRUE(before <= ticks && ticks <= after) << before << ' ' << ticks << ' ' << after;
+    const uint32_t before = milliseconds(), ticks = oruGetTickCount(), after = milliseconds();
+    EXPECT_LE(ticks - before, after - before) << "modulo 2^32";
 }
 
 TEST(System, ASignalSetsTheFlagAndTheEmptyCallsDoNothing) {
@@ -199,9 +184,7 @@ TEST(System, ASignalSetsTheFlagAndTheEmptyCallsDoNothing) {
     std::signal(SIGTERM, former);
     EXPECT_EQ(bSigTermReceived, 1);
     EXPECT_EQ(oruTranslateMessage(nullptr), 1);
-    const auto start = std::chrono::steady_clock::now();
     orumcomn_delay(INT32_MAX);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::hours(1));
 }
 
 TEST(System, UptimeIsTheTimeSinceBooting) {
