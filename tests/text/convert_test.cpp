@@ -78,29 +78,25 @@ TEST(Utf8, StopsBeforeTheFirstFault) {
     EXPECT_EQ(isBigEndian(), __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__);
 }
 
-TEST(Utf8, BuffersHaveRoomForTheWorstCase) {
-    char buffer[] = "######";
-    for (const uint32_t size : {0U, 18U, 0x80000000U}) {
-        EXPECT_EQ(orumcomn_unicode_to_utf8(L"x\xE4y", buffer, &size), ORU_FAILURE);
+template <typename Convert, typename From, typename To>
+void expect_room(Convert convert, const From* from, const std::basic_string<To>& expected,
+                 std::initializer_list<uint32_t> too_little, uint32_t enough) {
+    std::basic_string<To> buffer(6, '#');
+    for (const uint32_t size : too_little) {
+        EXPECT_EQ(convert(from, buffer.data(), &size), ORU_FAILURE) << size;
     }
-    uint32_t size = 19;
-    EXPECT_EQ(orumcomn_unicode_to_utf8(nullptr, buffer, &size), ORU_FAILURE);
-    EXPECT_EQ(orumcomn_unicode_to_utf8(L"", nullptr, &size), ORU_FAILURE);
-    EXPECT_EQ(orumcomn_unicode_to_utf8(L"", buffer, nullptr), ORU_FAILURE);
-    EXPECT_STREQ(buffer, "######");
-    EXPECT_EQ(orumcomn_unicode_to_utf8(L"x\xE4y", buffer, &size), ORU_SUCCESS);
-    EXPECT_EQ(std::string(buffer, 6), std::string("x\xC3\xA4y\0#", 6));
+    EXPECT_EQ(convert(nullptr, buffer.data(), &enough), ORU_FAILURE);
+    EXPECT_EQ(convert(from, nullptr, &enough), ORU_FAILURE);
+    EXPECT_EQ(convert(from, buffer.data(), nullptr), ORU_FAILURE);
+    EXPECT_EQ(buffer, std::basic_string<To>(6, '#'));
+    EXPECT_EQ(convert(from, buffer.data(), &enough), ORU_SUCCESS);
+    EXPECT_EQ(buffer, expected);
+}
 
-    wchar_t wide[] = L"######";
-    size = 4;
-    EXPECT_EQ(orumcomn_utf8_to_unicode("x\xC3\xA4y", wide, &size), ORU_FAILURE) << "bytes count";
-    EXPECT_EQ(orumcomn_utf8_to_unicode(nullptr, wide, &size), ORU_FAILURE);
-    EXPECT_EQ(orumcomn_utf8_to_unicode("", nullptr, &size), ORU_FAILURE);
-    EXPECT_EQ(orumcomn_utf8_to_unicode("", wide, nullptr), ORU_FAILURE);
-    EXPECT_STREQ(wide, L"######");
-    size = 5;
-    EXPECT_EQ(orumcomn_utf8_to_unicode("x\xC3\xA4y", wide, &size), ORU_SUCCESS);
-    EXPECT_EQ(std::wstring(wide, 6), std::wstring(L"x\xE4y\0##", 6));
+TEST(Utf8, BuffersHaveRoomForTheWorstCase) {  // also where bytes count and not characters
+    expect_room(orumcomn_unicode_to_utf8, L"x\xE4y", std::string("x\xC3\xA4y\0#", 6),
+                {0U, 18U, 0x80000000U}, 19);
+    expect_room(orumcomn_utf8_to_unicode, "x\xC3\xA4y", std::wstring(L"x\xE4y\0##", 6), {4U}, 5);
 }
 
 }  // namespace
