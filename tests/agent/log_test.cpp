@@ -7,11 +7,12 @@
 #include <csignal>
 #include <cstdio>
 #include <deque>
-#include <map>
 #include <mutex>
+#include <set>
 #include <sstream>
 #include <thread>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "vlrcomn/signal_handler.h"
@@ -70,7 +71,6 @@ int __wrap_sigwait(const sigset_t* set, int* signal) {
 namespace {
 
 TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
-    logged.clear();
     EXPECT_EQ(LogInSystemLog(SyslogWarning, "tag", "%s-%d", "text", 5), 1);
     errno = ENOENT;
     EXPECT_EQ(LogInSystemLog(SyslogError, "%m %d", 1), 1);
@@ -78,7 +78,7 @@ TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
     EXPECT_EQ(LogInSystemLog(SyslogCritical, "c"), 1);
     EXPECT_EQ(LogInSystemLog(static_cast<SyslogPriority>(-7), "i"), 1);
     EXPECT_EQ(LogInSystemLog(SyslogError, nullptr), 1);
-    EXPECT_EQ(logged,
+    EXPECT_EQ(std::exchange(logged, ""),
               "open tag; 4 text-5; close\n"
               "open [QEL]; 3 No such file or directory 1; close\n"
               "open [QEL]; 2 c; close\n"
@@ -86,7 +86,6 @@ TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
 }
 
 TEST(SystemLog, AMessageKeepsItsTag) {
-    logged.clear();
     std::vector<std::thread> threads;
     for (const char* const name : {"a", "b", "c", "d"}) {
         threads.emplace_back([name] {
@@ -100,20 +99,19 @@ TEST(SystemLog, AMessageKeepsItsTag) {
     for (std::thread& thread : threads) {
         thread.join();
     }
-    std::istringstream lines(logged);
-    std::map<std::string, int> count;
-    for (std::string line; std::getline(lines, line);) {
-        ++count[line];
+    std::istringstream stream(std::exchange(logged, ""));
+    std::multiset<std::string> lines;
+    for (std::string line; std::getline(stream, line);) {
+        lines.insert(line);
     }
-    for (const char* const name : {"a", "b", "c", "d"}) {
-        EXPECT_EQ(count[std::string("open ") + name + "; 6 of " + name + "; close"], 201);
+    for (const std::string name : {"a", "b", "c", "d"}) {
+        EXPECT_EQ(lines.count("open " + name + "; 6 of " + name + "; close"), 201u);
     }
-    EXPECT_EQ(count.size(), 4u);
+    EXPECT_EQ(lines.size(), 804u);
 }
 
 TEST(SignalLoop, DispatchesUntilASignalWithoutCallback) {
     SignalHandler signals;
-    logged.clear();
     EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR1, nullptr), 0);
     EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR2, [] { logged += "first; "; }), 0);
     EXPECT_EQ(signals.registerOnSignalCallback(SIGUSR2, [] { logged += "second; "; }), 0);
@@ -121,8 +119,14 @@ TEST(SignalLoop, DispatchesUntilASignalWithoutCallback) {
         EXPECT_EQ(signals.addSignalToBlock(signal), 0);
         kill(getpid(), signal);
     }
+    waits = {{EINVAL, 0}, {-1, 0}, {0, SIGHUP}, {0, -1}};
     signals();
-    EXPECT_EQ(logged, "first; open [QEL]; 6 Received signal to stop QEL.; close\n");
+    EXPECT_EQ(std::exchange(logged, ""),
+              "open [QEL]; 6 Error (22) occurred waiting for signal ... ignoring.; close\n"
+              "open [QEL]; 6 Error (4) occurred waiting for signal ... ignoring.; close\n"
+              "open [QEL]; 6 QEL received unknown signal ... ignoring.; close\n"
+              "open [QEL]; 6 QEL received invalid signal ... ignoring.; close\n"
+              "first; open [QEL]; 6 Received signal to stop QEL.; close\n");
 
     const auto blocked = [](int signal) {
         sigset_t mask;
@@ -135,20 +139,6 @@ TEST(SignalLoop, DispatchesUntilASignalWithoutCallback) {
     EXPECT_TRUE(blocked(SIGHUP) && !blocked(SIGTERM)) << "the set and nothing else";
     signals.addSignalToBlock(SIGINT);
     EXPECT_TRUE(blocked(SIGUSR1) && blocked(SIGINT)) << "it stayed one of the set";
-}
-
-TEST(SignalLoop, PassesOverWhatIsNoSignalOfTheSet) {
-    SignalHandler signals;
-    signals.addSignalToBlock(SIGTERM);
-    waits = {{EINVAL, 0}, {-1, 0}, {0, SIGHUP}, {0, -1}, {0, SIGTERM}};
-    logged.clear();
-    signals();
-    EXPECT_EQ(logged,
-              "open [QEL]; 6 Error (22) occurred waiting for signal ... ignoring.; close\n"
-              "open [QEL]; 6 Error (4) occurred waiting for signal ... ignoring.; close\n"
-              "open [QEL]; 6 QEL received unknown signal ... ignoring.; close\n"
-              "open [QEL]; 6 QEL received invalid signal ... ignoring.; close\n"
-              "open [QEL]; 6 Received signal to stop QEL.; close\n");
 }
 
 }  // namespace
