@@ -7,7 +7,6 @@
 #include <cstring>
 #include <future>
 #include <set>
-#include <vector>
 
 #include "support/temporary_folder.h"
 #include "sync/error_word.h"
@@ -58,8 +57,7 @@ TEST_F(Search, FindsWhatMatches) {
     EXPECT_EQ(oruFindFirstDirEnt(nullptr, &data_), ORU_INVALID_SEARCH);
     EXPECT_EQ(oruFindFirstDirEnt("", nullptr), ORU_INVALID_SEARCH);
     EXPECT_EQ(errno, 77) << "stays when nothing matches or an argument is refused";
-    EXPECT_THAT(found(folder_ / std::string(260, '*')), ElementsAre());
-    EXPECT_EQ(errno, ENAMETOOLONG);
+    EXPECT_TRUE(found(folder_ / std::string(260, '*')).empty() && errno == ENAMETOOLONG);
 }
 
 TEST_F(Search, FillsTheRecordFromTheStatus) {
@@ -77,23 +75,18 @@ TEST_F(Search, FillsTheRecordFromTheStatus) {
     EXPECT_EQ(first(directory + "l").size, 3u);
     EXPECT_EQ(first(directory + "/l").size, 0u);
     EXPECT_EQ(found(directory + "//////l").size(), 0u) << "more than 259 bytes of directory";
-}
 
-// From a caller's own reading of a directory.
-TEST_F(Search, FillsTheRecordOfAnyEntry) {
-    folder_.write("file", "12345");
+    // From a caller's own reading of a directory, with which the name is joined as it is.
     dirent entry{};
-    std::strcpy(entry.d_name, "file");
+    std::strcpy(entry.d_name, "large");
     std::memset(&data_, 0x55, sizeof data_);
     EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, (folder_ / "").c_str()), &data_);
-    const oruFindData& record = first(folder_ / "file");
-    EXPECT_TRUE(record.size == 5 && std::memcmp(&record, &data_, sizeof data_) == 0);
-    EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, folder_.path().c_str())->size, 0u)
-        << "joined as it is";
+    EXPECT_EQ(std::memcmp(&data_, &large, sizeof large), 0);
+    EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, folder_.path().c_str())->size, 0u);
     const fs::path before = fs::current_path();
     fs::current_path(folder_.path());
-    EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, ".")->size, 5u);
-    EXPECT_THAT(found("fil"), ElementsAre("file"));
+    EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, ".")->size, 3u);
+    EXPECT_THAT(found("larg"), ElementsAre("large"));
     fs::current_path(before);
     EXPECT_EQ(oruSetFindDataDirEnt(nullptr, &entry, "."), nullptr);
     EXPECT_EQ(oruSetFindDataDirEnt(&data_, nullptr, "."), nullptr);
@@ -107,15 +100,13 @@ TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
     }
     nErrno = 0;
     EXPECT_EQ(oruFindFirstDirEnt(path.c_str(), &data_), ORU_INVALID_SEARCH);
-    EXPECT_EQ(nErrno, EAGAIN);
-    EXPECT_EQ(oruFindCloseDirEnt(7), 1);
+    EXPECT_TRUE(nErrno == EAGAIN && oruFindCloseDirEnt(7) == 1);
     EXPECT_EQ(orumcomn_findfirstA(path.c_str(), &data_), 7);
     EXPECT_EQ(orumcomn_findfirstA(path.c_str(), &data_), 0);
     EXPECT_TRUE(orumcomn_findnextA(7, &data_));
     EXPECT_FALSE(orumcomn_findnextA(7, &data_)) << "the folder is empty";
     for (intptr_t search = 1; search <= ORU_MAX_SEARCHES; ++search) {
-        EXPECT_EQ(oruFindNextDirEnt(search, nullptr), 0);
-        EXPECT_EQ(orumcomn_findclose(search), 1);
+        EXPECT_TRUE(oruFindNextDirEnt(search, nullptr) == 0 && orumcomn_findclose(search) == 1);
     }
     for (const intptr_t handle : {0, -1, 51, 1}) {
         nErrno = 0;
@@ -127,9 +118,9 @@ TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
 // Reading while another thread closes is the caller's fault (file.h), but does no harm.
 TEST_F(Search, ThreadsShareTheSlots) {
     std::atomic<bool> in_use[ORU_MAX_SEARCHES + 1]{};
-    std::vector<std::future<void>> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.push_back(std::async(std::launch::async, [&] {
+    std::future<void> threads[4];
+    for (auto& thread : threads) {
+        thread = std::async(std::launch::async, [&] {
             oruFindData data;
             for (int round = 0; round < 1000; ++round) {
                 const intptr_t mine = oruFindFirstDirEnt((folder_ / "").c_str(), &data);
@@ -140,7 +131,7 @@ TEST_F(Search, ThreadsShareTheSlots) {
                     EXPECT_EQ(oruFindCloseDirEnt(mine), 1);
                 }
             }
-        }));
+        });
     }
 }
 
@@ -160,10 +151,7 @@ TEST(Wildcard, DecidesByteByByte) {
         EXPECT_EQ(oruWildCardMatch(pattern, name), expected)
             << (pattern ? pattern : "") << ' ' << name;
     }
-}
-
-// Trying every way through these would never end.
-TEST(Wildcard, ManyStarsAndLongTextsCostLittle) {
+    // Trying every way through these would never end.
     const std::string long_name = std::string(1 << 20, 'a') + 'c';
     EXPECT_EQ(oruWildCardMatch("*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", long_name.c_str()), 1);
 }
