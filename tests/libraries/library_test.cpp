@@ -1,14 +1,11 @@
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 
-#include <atomic>
-#include <cstring>
 #include <functional>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include "libraries/library_list.h"
+#include "support/fault_injection.h"
 #include "support/temporary_folder.h"
 #include "sync/error_word.h"
 #include "vlrcomn/thread.h"
@@ -18,9 +15,7 @@
 static std::function<int(void* module, uint32_t reason)>& called =
     *new std::function<int(void* module, uint32_t reason)>;
 
-extern "C" VLRCOMN_API int library_called(void* module, uint32_t reason, void* reserved);
-
-int library_called(void* module, uint32_t reason, void*) {
+extern "C" VLRCOMN_API int library_called(void* module, uint32_t reason, void*) {
     return called ? called(module, reason) : 1;
 }
 
@@ -32,6 +27,7 @@ using velora_com::qel::libraries::pDynamicLibraryList;
 using velora_com::qel::sync::nErrno;
 
 const std::string library = LOADED_LIBRARY;
+const std::wstring wide_library(library.begin(), library.end());
 
 class Libraries : public testing::Test {
 protected:
@@ -82,22 +78,19 @@ TEST_F(Libraries, SaysWhyItFails) {
     called = [](void*, uint32_t) { return 0; };
     EXPECT_EQ(load(library), nullptr);
     EXPECT_STREQ(message_, "dllmain returned false");
-    void* const left = dlopen(library.c_str(), RTLD_LAZY | RTLD_NOLOAD);
-    ASSERT_NE(left, nullptr) << "the library stays loaded";
-    dlclose(left);
-    dlclose(left);
+    void* module = dlopen(library.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+    ASSERT_NE(module, nullptr) << "the library stays loaded";
+    EXPECT_EQ(dlclose(module) + dlclose(module), 0);
     const std::string endless(2000, 'x');
     EXPECT_EQ(load(endless), nullptr);
-    EXPECT_EQ(std::strlen(message_), 510u);
+    EXPECT_EQ(std::string(message_).size(), 510u);
     char message[ORU_LIBRARY_MESSAGE_SIZE] = "so: ";
-    void* module = nullptr;
-    EXPECT_EQ(load_shared_object_image(&module, endless.c_str(), message), 0);
-    EXPECT_EQ(std::strlen(message), 511u) << "filled up, not overrun";
-    EXPECT_THAT(message, testing::StartsWith("so: "));
-    EXPECT_EQ(load_shared_object_image(&module, endless.c_str(), nullptr), 0);
-    EXPECT_EQ(load_shared_object_image(nullptr, library.c_str(), message), 0);
-    EXPECT_EQ(unload_shared_object_image(nullptr), 0);
-    EXPECT_EQ(oruDisableThreadLibraryCalls(nullptr), 0);
+    EXPECT_FALSE(load_shared_object_image(&module, endless.c_str(), message) ||
+                 load_shared_object_image(&module, endless.c_str(), nullptr) ||
+                 load_shared_object_image(nullptr, library.c_str(), message) ||
+                 unload_shared_object_image(nullptr) || oruDisableThreadLibraryCalls(nullptr));
+    EXPECT_TRUE(std::string(message).find("so: ") == 0 && std::string(message).size() == 511)
+        << "filled up, not overrun";
     EXPECT_EQ(oruLoadLibrary(nullptr, &message_), nullptr);
     EXPECT_STREQ(message_, "");
     const wchar_t* wide_message = nullptr;
@@ -105,11 +98,9 @@ TEST_F(Libraries, SaysWhyItFails) {
     EXPECT_STREQ(wide_message, L"");
     EXPECT_EQ(oruLoadLibraryW(L"/nowhere/\u00e4\u20ac", &wide_message), nullptr);
     EXPECT_THAT(std::wstring(wide_message), HasSubstr(L"/nowhere/\u00e4\u20ac"));
-    const std::wstring wide(library.begin(), library.end());
     const wchar_t surrogate = 0xD800;
-    for (const std::wstring& path : {wide + surrogate, surrogate + wide}) {
-        EXPECT_EQ(oruLoadLibraryW(path.c_str(), &wide_message), nullptr)
-            << "what its beginning names";
+    for (const std::wstring& path : {wide_library + surrogate, surrogate + wide_library}) {
+        EXPECT_EQ(oruLoadLibraryW(path.c_str(), &wide_message), nullptr) << "not its beginning";
         EXPECT_STREQ(wide_message, L"path has no form in UTF-8");
         EXPECT_EQ(nErrno.exchange(0), static_cast<uint32_t>(EINVAL));
     }
@@ -117,12 +108,11 @@ TEST_F(Libraries, SaysWhyItFails) {
 
 TEST_F(Libraries, SymbolsAndStrings) {
     void* const module = load(library);
-    const char* message = nullptr;
-    EXPECT_EQ(oruGetProcAddress(module, "no_such_symbol", &message), nullptr);
-    EXPECT_THAT(message, HasSubstr("no_such_symbol"));
-    EXPECT_NE(oruGetProcAddress(module, "loadString", &message), nullptr);
-    EXPECT_STREQ(message, "");
-    EXPECT_EQ(oruGetProcAddress(nullptr, "malloc", &message), nullptr) << "no module is no program";
+    EXPECT_EQ(oruGetProcAddress(module, "no_such_symbol", &message_), nullptr);
+    EXPECT_THAT(message_, HasSubstr("no_such_symbol"));
+    EXPECT_NE(oruGetProcAddress(module, "loadString", &message_), nullptr);
+    EXPECT_STREQ(message_, "");
+    EXPECT_EQ(oruGetProcAddress(nullptr, "malloc", nullptr), nullptr) << "no module is no program";
     char text[16] = "";
     EXPECT_EQ(oruLoadString(module, 4000000000u, text, sizeof text), 15);
     EXPECT_STREQ(text, "text 4000000000");
@@ -156,10 +146,9 @@ TEST_F(Libraries, EntryPointsAndConstructorsFindTheListLocked) {
     int calls = 0;
     const wchar_t* wide_message = nullptr;
     called = [&](void* module, uint32_t reason) {
-        if (++calls % 4 == 1) {
-            EXPECT_TRUE(*message_ == '\0' && (calls == 1 || *wide_message == L'\0'))
-                << "emptied first";
-        }
+        const bool emptied = *message_ == '\0' && (calls == 0 || *wide_message == L'\0');
+        EXPECT_TRUE(emptied || calls % 4 != 0);
+        ++calls;
         EXPECT_EQ(oruLoadLibraryW(L"x", &wide_message), nullptr);
         EXPECT_STREQ(wide_message, L"locked");
         EXPECT_EQ(load(library), nullptr);
@@ -176,8 +165,7 @@ TEST_F(Libraries, EntryPointsAndConstructorsFindTheListLocked) {
     void* module = load(library);
     EXPECT_STREQ(message_, "") << "the load itself succeeded";
     EXPECT_EQ(oruFreeLibrary(module), 1);
-    const std::wstring wide(library.begin(), library.end());
-    module = oruLoadLibraryW(wide.c_str(), nullptr);
+    module = oruLoadLibraryW(wide_library.c_str(), nullptr);
     EXPECT_STREQ(message_, "");
     EXPECT_STREQ(wide_message, L"");
     EXPECT_EQ(oruFreeLibrary(module), 1);
@@ -206,5 +194,25 @@ TEST_F(Libraries, LoadedAndFreedInParallel) {
         thread.join();
     }
 }
+
+#if defined(FAULT_INJECTION)
+TEST_F(Libraries, AFailedLoadKeepsNothing) {
+    void* module = nullptr;
+    const auto wide_load = [&] {
+        return (module = oruLoadLibraryW(wide_library.c_str(), nullptr)) != nullptr;
+    };
+    const auto give_back = [&] { EXPECT_EQ(oruFreeLibrary(module), 1); };
+    EXPECT_GE(fault_injection::walk_failures(wide_load, give_back).calls, 4);
+    int allocations = 0;
+    for (bool loaded = false; !loaded; ++allocations) {
+        nErrno = 0;
+        const fault_injection::FailNth failure(allocations + 1, "malloc");
+        loaded = wide_load();
+        EXPECT_EQ(nErrno, static_cast<uint32_t>(loaded ? 0 : ENOMEM));
+    }
+    give_back();
+    EXPECT_EQ(allocations, 5) << "three texts of the path, an entry, and none";
+}
+#endif
 
 }  // namespace

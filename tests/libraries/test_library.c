@@ -1,5 +1,4 @@
 /* A library to be loaded by the tests, which tells the test program of its calls. */
-#include <stddef.h>
 #include <stdio.h>
 
 #include "vlrcomn/dynamic_library.h"
@@ -9,7 +8,6 @@ int loadString(void* module, uint32_t id, void* buffer, int size);
 
 /* Defined by the test program; the constructor and the destructor name no module. */
 __attribute__((weak)) int library_called(void* module, uint32_t reason, void* reserved);
-
 int DllMain(void* module, uint32_t reason, void* reserved) {
     return library_called(module, reason, reserved);
 }
