@@ -3,7 +3,7 @@
  * @brief Conversions between wide and narrow text and between numbers and text, and the tokenizer.
  *
  * Usable from C11 and C++17. Each function reports failure by its result alone; `errno` is what the
- * C library's conversion left. All may be called from any thread at once; each touches only what it
+ * C library's conversion left. All are thread-safe: each touches only what it
  * is handed.
  *
  * The names ending in "tot" and beginning "Tto" work on narrow text exactly as their "toa" and "Ato"

@@ -110,8 +110,8 @@ typedef int (*oruLoadStringFunction)(void* module, uint32_t id, void* buffer, in
  *   load does not unload the library;
  * - the loader's own words, at most 510 characters of them; empty for a null path.
  *
- * Each load that the loader refuses keeps the memory of one entry until the process ends. A load that reaches the
- * library looks "DllMain" up with oruGetProcAddress(), and so rewrites that function's message too.
+ * Each load that the loader refuses keeps the memory of one entry until the process ends. A load that
+ * reaches the library looks "DllMain" up with oruGetProcAddress(), and so rewrites that function's message too.
  */
 VLRCOMN_API void* oruLoadLibrary(const char* path, const char** message);
 
@@ -145,8 +145,8 @@ VLRCOMN_API void* oruGetProcAddress(void* module, const char* name, const char**
  * neither the handle may be asked for symbols or texts nor an address out of the library be used.
  *
  * @param module a module handle of oruLoadLibrary(); with two entries for one module the lower slot.
- * @return 1, or 0: the module has no entry, the list is locked as described for oruLoadLibrary(), or the loader did not release it (the entry is gone all the
- * same).
+ * @return 1, or 0: the module has no entry, the list is locked as described for oruLoadLibrary(), or the
+ * loader did not release it (the entry is gone all the same).
  */
 VLRCOMN_API int oruFreeLibrary(void* module);
 

@@ -111,10 +111,10 @@ typedef struct oruFindData {
  * @param flags 0, #ORU_ATTRIBUTE_NORMAL or #ORU_DELETE_ON_CLOSE alone. The last removes the name when
  * the handle is closed, whatever lies there by then; a name of more than 259 bytes is refused with it.
  * @param template_file ignored.
- * @return the handle, to be closed with oruCloseHandle(), or null (never #ORU_INVALID_HANDLE): an
- * argument is refused, a null name included, before anything is opened; the system refuses (`errno` tells
- * why); memory is exhausted; or a lock cannot be made. In the last two cases the file is open already, and
- * one that was created stays.
+ * @return the handle, which the caller owns and closes with oruCloseHandle(), or null (never
+ * #ORU_INVALID_HANDLE): an argument is refused, a null name included, before anything is opened; the system
+ * refuses (`errno` tells why); memory is exhausted; or a lock cannot be made. In the last two cases the file
+ * is open already, and one that was created stays.
  */
 VLRCOMN_API oruHandle oruCreateFileAW(const char* name, uint32_t access, uint32_t share_mode,
                                       void* security, uint32_t disposition, uint32_t flags,
@@ -267,10 +267,10 @@ VLRCOMN_API int oruWildCardMatch(const char* pattern, const char* name);
  * empty pattern finds everything, "." and ".." included. A directory (with its '/') or a pattern of
  * more than 259 bytes is refused, as is a null path.
  * @param data receives the entry; left alone on failure.
- * @return the search handle, 1 to #ORU_MAX_SEARCHES, to be closed with oruFindCloseDirEnt(), or
- * #ORU_INVALID_SEARCH: nothing matches (`errno` stays as it was), the directory cannot be read
- * (`errno` tells why), a null argument or a length is refused (`errno` is ENAMETOOLONG for a length),
- * all searches are in use (`errno` stays as it was), or memory is exhausted.
+ * @return the search handle, 1 to #ORU_MAX_SEARCHES, which the caller owns and closes with
+ * oruFindCloseDirEnt(), or #ORU_INVALID_SEARCH: nothing matches (`errno` stays as it was), the directory
+ * cannot be read (`errno` tells why), a null argument or a length is refused (`errno` is ENAMETOOLONG for a
+ * length), all searches are in use (`errno` stays as it was), or memory is exhausted.
  */
 VLRCOMN_API intptr_t oruFindFirstDirEnt(const char* path, oruFindData* data);
 

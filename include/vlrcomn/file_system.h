@@ -118,8 +118,8 @@ VLRCOMN_API int orFolderExists(const char* lpszFolder);
  *
  * @param pattern directory and pattern, as `path` there.
  * @param data receives the entry; left alone on failure.
- * @return the enumeration handle, to be closed with orumcomn_findclose(), or 0; when nothing matches,
- * `errno` stays as it was.
+ * @return the enumeration handle, which the caller owns and closes with orumcomn_findclose(), or 0; when
+ * nothing matches, `errno` stays as it was.
  */
 VLRCOMN_API intptr_t orumcomn_findfirstA(const char* pattern, oruFindData* data);
 

@@ -12,7 +12,7 @@
  * requests, and all of them wait as long as it takes. The X in a name promises nothing about
  * locking in this family: these functions lock by themselves.
  *
- * **Threads.** Any number of threads may use one list, each after orSO_ThreadAttach() (se_lock.h).
+ * **Thread safety.** Any number of threads may use one list, each after orSO_ThreadAttach() (se_lock.h).
  * The lock is recursive for its exclusive owner, so a walk that began with an exclusive GetHead may
  * insert and remove; a walk under a shared GetHead must not, it would wait for itself for ever. Nor may
  * it ask whether the list is empty, or for its head again: with a writer queued in between that second
@@ -25,7 +25,7 @@
  *
  * **Cancellation.** A call that is cancelled while it waits has not touched the list and holds
  * nothing. No function of this family is a cancellation point once it has the lock. (On Mac OS X 10.4 a
- * thread with a waiting cancellation may end when its change is made and the lock given back, so that
+ * thread with a pending cancellation may end when its change is made and the lock released, so that
  * what it has removed is in nobody's hands.)
  *
  * A header must not be moved or copied while in use: the sentinels of #orSLL2 point into it.

@@ -91,9 +91,9 @@ VLRCOMN_API bool FindDomainName(const std::string& user, std::string& domain);
  *
  * Where this process may not execute the client, /usr/bin/dscl, no command runs and the answer is 0. The
  * command, at most 255 characters of it, is run by the shell and 1024 bytes of its output are looked at.
- * The call waits for its end, however long the directory takes. A user or an attribute that holds a character which means something to the shell
- * (white space, control characters, quotes, backslash, or one of <tt>; & | < > ( ) $ ` * ? [ ] # ~
- * = % ! { }</tt>) runs no command and has no domain.
+ * The call waits for its end, however long the directory takes. A user or an attribute that holds a
+ * character which means something to the shell (white space, control characters, quotes, backslash, or one
+ * of <tt>; & | < > ( ) $ ` * ? [ ] # ~ = % ! { }</tt>) runs no command and has no domain.
  *
  * @param user the user's login name
  * @param attribute "userPrincipalName": the domain is what follows the first "@" of the output.

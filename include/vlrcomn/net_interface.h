@@ -9,10 +9,10 @@
  * Nothing here writes a log or throws, with one exception: copying a record happens in the caller's
  * own code and may throw `std::bad_alloc` there like the copy of any string.
  *
- * Threads: distinct objects may be used by distinct threads at once. One object may be read by
+ * Thread safety: distinct objects may be used by distinct threads at once. One object may be read by
  * several threads as long as nobody changes or fills it.
  *
- * Cancellation: initialize() and getMacAddr() put a thread's cancellation off until they are done.
+ * Cancellation: initialize() and getMacAddr() disable the thread's cancellation until they are done.
  */
 #ifndef VLRCOMN_NET_INTERFACE_H
 #define VLRCOMN_NET_INTERFACE_H

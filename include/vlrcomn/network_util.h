@@ -34,7 +34,7 @@ namespace velora_com::qel {
  * Nothing throws or logs. A call that runs out of memory gives its failure value, a text that
  * cannot be allocated is empty.
  *
- * Threads: every call uses sockets, buffers and results of its own, so calls may run on any number
+ * Thread safety: every call uses sockets, buffers and results of its own, so calls may run on any number
  * of threads, on one object too. Calls that resolve or connect block.
  *
  * Cancellation: on systems whose thread cancellation runs no destructors (Mac OS X) a call that is

@@ -119,8 +119,8 @@ struct VLRCOMN_API OSInformation {
 };
 
 /**
- * Space of the local file systems (ISysProps::GetDiskInformation tells which), in MB of 1,048,576 bytes with two decimals, for example
- * "100.00". Made with "N/A" in the three texts and with an empty map.
+ * Space of the local file systems (ISysProps::GetDiskInformation tells which), in MB of 1,048,576 bytes with
+ * two decimals, for example "100.00". Made with "N/A" in the three texts and with an empty map.
  */
 struct VLRCOMN_API DiskInformation {
     DiskInformation();

@@ -48,10 +48,10 @@
  * **Memory order.** What a holder did before it released is visible to every later holder.
  *
  * **Cancellation.** A thread that is cancelled (deferred type) while it waits leaves the queue, or
- * gives the lock back if it had just been granted; it then holds what it held before the call. Readers
+ * releases the lock if it had just been granted; it then holds what it held before the call. Readers
  * that only a cancelled writer kept waiting are let in. A sleep is the only cancellation point here.
  * Cancellation of the asynchronous type is not supported. On Mac OS X 10.4 a thread that sleeps for a
- * lock is not cancelled before it has been let in, and one with a waiting cancellation may end where it
+ * lock is not cancelled before it has been let in, and one with a pending cancellation may end where it
  * asks for a spin word that stays taken, without it, or at the end of a release that met such a word, done
  * with it.
  *

@@ -51,8 +51,8 @@ extern "C" {
  * @param manual_reset must be 1.
  * @param initial_state 1 makes the event set, anything else reset.
  * @param name must be null or empty.
- * @return the event, to be closed with oruCloseHandle(), or null: `manual_reset` or `name` is refused,
- * memory is exhausted, a lock cannot be made, or the event cannot be set.
+ * @return the event, which the caller owns and closes with oruCloseHandle(), or null: `manual_reset` or
+ * `name` is refused, memory is exhausted, a lock cannot be made, or the event cannot be set.
  */
 VLRCOMN_API oruHandle oruCreateEvent(void* attributes, int manual_reset, int initial_state,
                                      const char* name);
@@ -79,8 +79,8 @@ VLRCOMN_API int oruResetEvent(oruHandle event);
  * @param attributes ignored.
  * @param initial_owner 1 makes the calling thread the owner.
  * @param name ignored; mutexes are never shared by name.
- * @return the mutex, to be closed with oruCloseHandle(), or null: memory is exhausted, or a lock
- * cannot be made or taken.
+ * @return the mutex, which the caller owns and closes with oruCloseHandle(), or null: memory is exhausted,
+ * or a lock cannot be made or taken.
  */
 VLRCOMN_API oruHandle oruCreateMutex(void* attributes, int initial_owner, const char* name);
 
@@ -164,7 +164,7 @@ VLRCOMN_API uint32_t oruWaitForMultipleObjects(uint32_t count, const oruHandle* 
  * Adds 1 to a word, one thread at a time in the whole process, and reads it afterwards; the sum
  * wraps.
  *
- * **The value is read after the change has been let go**, so it may already hold other threads'
+ * **The value is read after the lock has been released**, so it may already hold other threads'
  * changes: two threads may both get the same number. A count that frees an object when it reads 0
  * may therefore see 0 twice and must not be built on the result alone.
  *

@@ -27,7 +27,7 @@
  *
  * Besides "PATH" the environment variables "LANG" and, through the C library's time zone, "TZ" count.
  *
- * Threads: separate ISysProps objects and separate records may be used from separate threads at
+ * Thread safety: separate ISysProps objects and separate records may be used from separate threads at
  * once; one object or record may not. The functions without an object are free of shared state, but
  * for the last known local address, which has a lock of its own.
  *

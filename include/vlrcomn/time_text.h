@@ -13,7 +13,7 @@
  * **Memory.** Nothing is thrown: a function that returns text returns the empty text when memory runs
  * out.
  *
- * **Threads.** Every function may be called from any thread at once. Functions that read or write the
+ * **Thread safety.** Every function is thread-safe. Functions that read or write the
  * C library's time-zone state say so.
  */
 #ifndef VLRCOMN_TIME_TEXT_H

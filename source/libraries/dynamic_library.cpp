@@ -132,7 +132,7 @@ void* oruLoadLibraryW(const wchar_t* path, const wchar_t** message) {
     LocalMessage local = "";
     void* const module = load_wide(path, local);
     if (message == nullptr) {
-        local[0] = '\0';  // who does not ask is not told
+        local[0] = '\0';  // no message is wanted
     }
     qel::support::contained([&] {
         const std::wstring wide = qel::orumcomn_ansi_to_wide(local);
@@ -154,14 +154,14 @@ int oruFreeLibrary(void* module) {
     }
     bool last = false;
     LibraryEntry** const slot = release_reference(module, last);
-    if (slot == nullptr) {  // another thread was faster
+    if (slot == nullptr) {  // freed by another thread meanwhile
         note_error(EINVAL);
         return 0;
     }
     if (!last) {
         return 1;
     }
-    // The entry stays in sight of its entry point.
+    // The entry stays listed, so that its entry point can still use it.
     if ((*slot)->entry_point != nullptr) {
         (*slot)->entry_point(module, ORU_PROCESS_DETACH, nullptr);
     }

@@ -1,5 +1,5 @@
 // Notifications of a lock's falling free. Every function is called under the lock's spin word, and so
-// are the callbacks, for which the caller puts cancellation off: a thread that ended inside one would leave
+// are the callbacks, for which the caller disables cancellation: a thread that ended inside one would leave
 // the word held.
 #pragma once
 

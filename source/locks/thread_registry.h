@@ -9,7 +9,7 @@
 
 // The thread-local index that holds each attached thread's event; -1 while the registry is not set up. It is
 // the kept one of sync/tls_index.h, which tells when a freed index is the registry's no more.
-// Atomic, since a process that attaches anew may do so under the eyes of its other threads.
+// Atomic, since other threads may read it while the process attaches again.
 extern std::atomic<int32_t> orSO_tls_index;
 
 namespace velora_com::qel::locks {

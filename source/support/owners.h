@@ -29,9 +29,9 @@ private:
     int saved_;
 };
 
-// Puts the cancellation of this thread off for a scope, so that owners in it are enough: where nothing
-// can be cancelled, every destructor runs. Mac OS X 10.4 acts on a waiting cancellation at the end of the
-// outermost such scope: it begins before a lock is taken, so that it ends after the lock is let go.
+// Disables this thread's cancellation for a scope, so that owners in it are enough: where nothing can be
+// cancelled, every destructor runs. Mac OS X 10.4 acts on a pending cancellation at the end of the outermost
+// such scope: it begins before a lock is taken, so that it ends after the lock is released.
 class CancellationOff {
 public:
     CancellationOff() noexcept { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &former_); }
@@ -105,7 +105,7 @@ using AddressInfo = std::unique_ptr<addrinfo, Releaser<&::freeaddrinfo>>;
 using LoadedLibrary = std::unique_ptr<void, Releaser<&::dlclose>>;
 
 // Holds a POSIX mutex for a scope. Where a thread may be cancelled inside the scope, a POSIX clean-up
-// handler has to give the mutex back instead: cancellation need not run destructors.
+// handler has to unlock the mutex instead: cancellation need not run destructors.
 class MutexGuard {
 public:
     explicit MutexGuard(pthread_mutex_t& mutex) noexcept

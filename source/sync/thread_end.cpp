@@ -11,8 +11,8 @@ namespace {
 // A waiter may see the 1 and close the handle before the ending thread has broadcast. Under this lock
 // a closing either redirects an end that has not begun, or learns that the ending thread has got hold
 // of the record's mutex and will touch the record no more once it gives that back. Always taken before
-// a record's mutex, never inside one, and let go before anyone is woken, so that who is woken does not
-// run into it.
+// a record's mutex, never inside one, and released before anyone is woken, so that a woken thread does not
+// wait for it.
 pthread_mutex_t end_or_close = PTHREAD_MUTEX_INITIALIZER;
 
 }  // namespace
@@ -22,8 +22,8 @@ void signal_thread_end(const StartBlock& block) noexcept {
     if (block.signal == &bDummyThreadSignalled) {
         return;
     }
-    // Stored before the lock, so that the end shows also when the lock fails. No waiter misses it: one that still read 0 holds the mutex
-    // until it sleeps, and is then woken.
+    // Stored before the lock, so that the end shows also when the lock fails. No waiter misses it: one that
+    // still read 0 holds the mutex until it sleeps, and is then woken.
     block.signal->store(1, std::memory_order_release);
     const support::MutexGuard record_lock(*block.mutex);
     block.handle->ppThreadSignalled = nullptr;

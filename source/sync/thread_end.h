@@ -24,7 +24,7 @@ struct StartBlock {
 void signal_thread_end(const StartBlock& block) noexcept;
 
 // Makes a thread's record, which nobody else uses, safe to be freed: redirects the signal of a thread that
-// has not ended, or waits until a thread that is about to end has let go of the record.
+// has not ended, or waits until a thread that is about to end no longer uses the record.
 void part_from_thread(_oruHandleObject_t& record) noexcept;
 
 }  // namespace velora_com::qel::sync

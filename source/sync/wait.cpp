@@ -22,8 +22,8 @@ extern "C" void unlock_record(void* mutex) {
 }
 
 // The moment when a wait that starts now ends, or nothing when the clock cannot be read or the
-// nanoseconds reach a full second. They are not carried: sync.h has callers try again. The test is made here because
-// hosts differ in what they do with such a deadline.
+// nanoseconds reach a full second. They are not carried: sync.h has callers try again. The test is made
+// here because hosts differ in what they do with such a deadline.
 std::optional<timespec> deadline_after(uint32_t milliseconds) {
     timeval now;
     if (gettimeofday(&now, nullptr) != 0) {
@@ -43,7 +43,7 @@ std::optional<timespec> deadline_after(uint32_t milliseconds) {
 }
 
 // Sleeps on the record's condition once, until `deadline` if there is one. The record's mutex is
-// held before and after; a clean-up handler gives it back when the thread is cancelled, since
+// held before and after; a clean-up handler unlocks it when the thread is cancelled, since
 // cancellation need not run destructors. For the same reason no guard object may own the mutex
 // around this call: where destructors do run, both would unlock.
 int sleep_on(_oruHandleObject_t& record, const std::optional<timespec>& deadline) {

@@ -20,7 +20,7 @@ pthread_mutex_t address_mutex = PTHREAD_MUTEX_INITIALIZER;
 }  // namespace
 
 void ISysProps::updateLocalIP(const std::wstring& address) {
-    // Copied outside the lock, so that a want of memory changes nothing and the lock is held briefly.
+    // Copied outside the lock, so that nothing changes when memory runs out and the lock is held briefly.
     support::contained([&] {
         std::wstring copy = address;
         const support::MutexGuard guard(address_mutex);

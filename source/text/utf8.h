@@ -1,8 +1,8 @@
 // UTF-8 and wide text, one into the other, without iconv.
 //
 // Opening a converter of iconv costs many times what a short text does, an open one is bound to one thread
-// at a time, and C libraries disagree about faulty text. These functions give what glibc's iconv gives up to the first code above U+10FFFF,
-// on every host and for every input; fuzz/text holds the two against each other.
+// at a time, and C libraries disagree about faulty text. These functions give what glibc's iconv gives up
+// to the first code above U+10FFFF, on every host and for every input; fuzz/text compares the two.
 //
 // A code has one to four bytes (RFC 3629). Conversion stops at the end of the input or before the first
 // fault: a surrogate, a code above U+10FFFF, a byte out of place or an overlong form.
