@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "locks/peers.h"
+#include "locks/process_id.h"
 #include "support/cancellation.h"
+#include "support/child_process.h"
 #include "sync/tls_index.h"
 #include "vlrcomn/handle.h"
 #include "vlrcomn/sync.h"
@@ -58,6 +60,7 @@ TEST_F(SELock, GrantsAtOnceWhatTheModeAllows) {
     EXPECT_EQ(open_to(), "--+");
     orSO_SELockRelease(lock_);
     EXPECT_EQ(open_to(), "---");
+    EXPECT_EQ(lock_->owner_process, static_cast<uint32_t>(getpid()));
     // Its owner may do everything, and has to release each hold.
     writer.run([&] {
         EXPECT_EQ(orSO_SELockExclusiveNotify(lock_, nullptr, 0, 0), 1);
@@ -133,6 +136,15 @@ TEST_F(SELock, NotificationsAreCalledLatestFirstUpToTheFirstServed) {
         orSO_SELockRelease(lock_);
     }).join();
     EXPECT_EQ(std::exchange(news, {}), "3 free;");
+}
+
+TEST(ProcessId, IsKeptUntilAFork) {
+    const auto is_kept = [] {
+        const auto own = static_cast<uint32_t>(getpid());
+        return process_id() == own && cached_process_id == own;
+    };
+    EXPECT_TRUE(is_kept());
+    EXPECT_TRUE(holds_in_child(is_kept));
 }
 
 // The end of a layer-started thread frees the registry's index; attaching anew is the way on.
