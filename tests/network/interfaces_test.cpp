@@ -47,15 +47,14 @@ static struct Entry {
 static ifaddrs &ipv4 = entries[3].listed, &link_local = std::end(entries)[-1].listed;
 
 static sockaddr* read(const char* text, sockaddr_storage& room, bool is_mask) {
-    auto& ipv6 = reinterpret_cast<sockaddr_in6&>(room);
     auto& link = reinterpret_cast<sockaddr_ll&>(room);
     if (text == nullptr) {
         return nullptr;
     }
-    if (inet_pton(AF_INET, text, &reinterpret_cast<sockaddr_in&>(room).sin_addr) == 1) {
-        room.ss_family = is_mask ? AF_UNSPEC : AF_INET;
-    } else if (inet_pton(AF_INET6, text, &ipv6.sin6_addr) == 1) {
-        room.ss_family = is_mask ? AF_UNSPEC : AF_INET6;
+    if (inet_pton(AF_INET, text, &reinterpret_cast<sockaddr_in&>(room).sin_addr) == 1 ||
+        inet_pton(AF_INET6, text, &reinterpret_cast<sockaddr_in6&>(room).sin6_addr) == 1) {
+        const bool is_ipv6 = std::strchr(text, ':') != nullptr;
+        room.ss_family = is_mask ? AF_UNSPEC : is_ipv6 ? AF_INET6 : AF_INET;
     } else {
         room.ss_family = AF_PACKET;
         std::memcpy(link.sll_addr, text, link.sll_halen = 6);
@@ -139,6 +138,13 @@ const struct Disabled : ANetworkUtil {
     Disabled() { enabled_ = 2; }
 } disabled;
 
+// What a function results in when the first of these calls fails.
+template <typename Function>
+int without(const char* call, Function function) {
+    const fault_injection::FailNth failure(1, call);
+    return function();
+}
+
 struct Network : testing::Test {
     ~Network() override { EXPECT_EQ(lists, 0) << "not given back"; }
 
@@ -178,29 +184,25 @@ TEST_F(Network, IsListedWhereNothingIsMissingAndSearchedByIndex) {
     address.setOption(IP_ADDRESS, 5u);
     EXPECT_EQ(address.getIPAddress() + std::to_string(address.getIPFamily()), "fe80:90");
     entry.setOption(NETINTERFACE_IPADDRESS, address);
-    entry.setOption(NETINTERFACE_INDEX, address);
-    EXPECT_EQ(entry.getIPAddress().size(), 5u) << "appended to those of the copy";
     entry.setOption(NETINTERFACE_MACADDRESS, "mac9");
     entry.setOption(NETINTERFACE_INDEXNAME, "name9");
-    entry.setOption(NETINTERFACE_INDEX, "a number");
     entry.setOption(NETINTERFACE_INDEX, 19u);
+    entry.setOption(NETINTERFACE_INDEX, address);
+    entry.setOption(NETINTERFACE_INDEX, "a number");
     entry.setOption(NETINTERFACE_INDEXNAME, 5u);
+    EXPECT_EQ(entry.getIPAddress().size(), 5u) << "appended to those of the copy";
     EXPECT_EQ(getMACAddressFromIPAddress(text_, "fe80:9", list_), 1);
     EXPECT_EQ(getMACAddressFromIPAddress(text_, "fe80::9", list_), 0);
-    EXPECT_EQ(text_, "mac9");
     EXPECT_EQ(getNetInterfaceFromIPAddress(found, "fe80:9", list_), 1);
-    EXPECT_EQ(found.getIndexName() + std::to_string(found.getIndex()), "name919");
+    EXPECT_EQ(text_ + found.getIndexName() + std::to_string(found.getIndex()), "mac9name919");
     EXPECT_EQ(getNetInterfaceFromIPAddress(found, "203.0.113.9", list_), 1);
     EXPECT_EQ(getNetInterfaceFromIPAddress(found, "10.0.0.4", list_), 0);
     EXPECT_EQ(found.getMACAddress(), "6c6f2d6d6163") << "the first match wins";
     EXPECT_EQ(list_.getIndexes(), (std::vector<unsigned int>{1, 9}));
 
-    fault_injection::FailNth failure(1);
-    int copied = list_.getNetInterface(1u, found);
-    const fault_injection::FailNth another(1);
-    copied += getNetInterfaceFromIPAddress(found, "203.0.113.9", list_);
-    failure.disarm();
-    EXPECT_EQ(copied, 0) << "without memory for it";
+    EXPECT_EQ(without("malloc", [&] { return list_.getNetInterface(1u, found); }), 0);
+    const auto find = [&] { return getNetInterfaceFromIPAddress(found, "203.0.113.9", list_); };
+    EXPECT_EQ(without("malloc", find), 0);
 
     EXPECT_EQ(list_.initialize(), 1);
     EXPECT_EQ(addresses().size(), 8u) << "a second filling adds all again";
@@ -210,15 +212,14 @@ TEST_F(Network, IsListedWhereNothingIsMissingAndSearchedByIndex) {
 }
 
 TEST_F(Network, IsDescribedInParts) {
-    EXPECT_EQ(getMacAddr(text_, "sixteen letters!"), 1);
-    EXPECT_EQ(text_, "676f6e6d6163");
-    EXPECT_EQ(getMacAddr(text_, "no tun"), 1);
-    EXPECT_EQ(text_, "000000000000");
+    for (const auto& [name, mac] :
+         {std::pair("sixteen letters!", "676f6e6d6163"), {"no tun", "000000000000"}}) {
+        EXPECT_EQ(getMacAddr(text_, name), 1);
+        EXPECT_EQ(text_, mac);
+    }
     EXPECT_EQ(getMacAddr(text_, "no link"), 0);
-    EXPECT_EQ(formatMACAddress(nullptr), "");
     unsigned char bytes[] = {0, 0x1b, 0x63, 0xa4, 0x0f, 0x9c};
-    EXPECT_EQ(formatMACAddress(bytes), "001b63a40f9c");
-
+    EXPECT_EQ(formatMACAddress(bytes) + formatMACAddress(nullptr), "001b63a40f9c");
     const std::unique_ptr<sockaddr> short_mask(new sockaddr(*ipv4.ifa_netmask));
     short_mask->sa_family = AF_INET;
     sockaddr_storage stating = std::end(entries)[-3].mask_room;
@@ -227,30 +228,26 @@ TEST_F(Network, IsDescribedInParts) {
         unsigned int family;
         sockaddr *mask, *address;  // without an address the mask itself is asked for
         const char* text;          // none: fails
-    } table[] = {
-        {AF_INET6, link_local.ifa_netmask, nullptr, "ffff:ffff:ffff:ffff::"},
-        // What the mask states counts.
-        {AF_INET, reinterpret_cast<sockaddr*>(&stating), nullptr,
-         "ffff:ffff:ffff:ffff:ffff:ffff::"},
-        {AF_INET6, short_mask.get(), nullptr, "255.255.255.252"},
-        {AF_UNIX, ipv4.ifa_netmask, nullptr, nullptr},
-        {AF_INET, nullptr, nullptr, nullptr},
-        {AF_INET6, link_local.ifa_netmask, link_local.ifa_addr, "N/A"},
-        {AF_INET, ipv4.ifa_netmask, ipv4.ifa_addr, "203.0.113.8"},
-        {AF_INET, nullptr, ipv4.ifa_addr, nullptr},
-    };
+    } table[] = {{AF_INET6, link_local.ifa_netmask, nullptr, "ffff:ffff:ffff:ffff::"},
+                 // What the mask states counts.
+                 {AF_INET, reinterpret_cast<sockaddr*>(&stating), nullptr,
+                  "ffff:ffff:ffff:ffff:ffff:ffff::"},
+                 {AF_INET6, short_mask.get(), nullptr, "255.255.255.252"},
+                 {AF_UNIX, ipv4.ifa_netmask, nullptr, nullptr},
+                 {AF_INET, nullptr, nullptr, nullptr},
+                 {AF_INET6, link_local.ifa_netmask, link_local.ifa_addr, "N/A"},
+                 {AF_INET, ipv4.ifa_netmask, ipv4.ifa_addr, "203.0.113.8"},
+                 {AF_INET, nullptr, ipv4.ifa_addr, nullptr}};
     for (const auto& [family, mask, address, expected] : table) {
         text_ = "untouched";
-        EXPECT_EQ(address == nullptr ? getNetMask(family, mask, text_)
-                                     : getNetAddr(family, mask, address, text_),
-                  expected != nullptr);
-        EXPECT_EQ(text_, expected != nullptr ? expected : "untouched");
+        const int result = address == nullptr ? getNetMask(family, mask, text_)
+                                              : getNetAddr(family, mask, address, text_);
+        EXPECT_EQ(std::pair(result, text_),
+                  std::pair(expected ? 1 : 0, std::string(expected ? expected : "untouched")));
     }
     EXPECT_EQ(getNetAddr(AF_INET, ipv4.ifa_netmask, nullptr, text_), 0);
-    fault_injection::FailNth failure(1, "malloc");
-    const int written = getNetMask(AF_INET6, link_local.ifa_netmask, text_);
-    failure.disarm();
-    EXPECT_EQ(written, 0);
+    EXPECT_EQ(
+        without("malloc", [&] { return getNetMask(AF_INET6, link_local.ifa_netmask, text_); }), 0);
 }
 
 TEST_F(Network, IsListedWithOneFreeDescriptor) {
@@ -277,10 +274,8 @@ TEST_F(Network, IsListedAsFarAsTheSystemAnswers) {
     });
     EXPECT_GT(walk.calls - walk.tolerated, 10);
     EXPECT_EQ(fewest, 3U);
-    fault_injection::FailNth failure(1);
-    NetInterface& spare = list_.getNetInterface(9u);
-    failure.disarm();
-    spare.setOption(NETINTERFACE_INDEX, 9u);
+    without("malloc",
+            [&] { return list_.getNetInterface(9u).setOption(NETINTERFACE_INDEX, 9u), 0; });
     EXPECT_EQ(list_.getIndexes().size(), 0u) << "not in the table";
 }
 
@@ -288,20 +283,20 @@ TEST_F(Network, GivesLinkLocalAddressesTheirScopeAndAtMostFourteenTexts) {
     EXPECT_EQ(util.formatV6addrWithScope("[fe80::1%77]", true), "[fe80::1%1]");
     EXPECT_EQ(util.formatV6addrWithScope("fe80::2", true), "fe80::2") << "the resolver's word";
     EXPECT_EQ(util.formatV6addrWithScope("[2001:db8::1%3]", true), "[2001:db8::1]");
-    local_ends = {"::5", "::", nullptr, "0.0.0.0"};
-    EXPECT_EQ(util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 0), 0);
-    EXPECT_EQ(text_, "0:0:0:0:0:0:0:5");
-    EXPECT_EQ(connected_scope, 1u);
-    for (const auto& [address, scope] : {std::pair("fe80:100:aaaa:bbbb:cccc:ddd:e:1", 1u),
-                                         {"fe80:100:aaaa:bbbb:cccc:dddd:e:1", 0u}}) {
-        local_ends = {"::5"};
-        const char* const former = std::exchange(resolved, address);
-        EXPECT_EQ(util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 0), 0);
-        EXPECT_EQ(connected_scope, scope) << "a text of 32 characters is too long";
-        resolved = former;
+    const auto find_local = [&](std::vector<const char*> ends, const char* peer) {
+        local_ends = std::move(ends);
+        resolved = peer;
+        return util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 0);
+    };
+    const char* const former = resolved;
+    // A text of 32 characters is too long for a scope.
+    for (const auto& [peer, scope] : {std::pair(former, 1u),
+                                      {"fe80:100:aaaa:bbbb:cccc:ddd:e:1", 1u},
+                                      {"fe80:100:aaaa:bbbb:cccc:dddd:e:1", 0u}}) {
+        EXPECT_EQ(find_local({"::5", "::", nullptr, "0.0.0.0"}, peer), 0);
+        EXPECT_EQ(connected_scope, scope);
     }
-    local_ends.assign(16, "::");
-    EXPECT_EQ(util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 0), -1);
+    EXPECT_EQ(find_local(std::vector<const char*>(16, "::"), former), -1);
     EXPECT_EQ(text_, "0:0:0:0:0:0:0:5");
     std::vector<char*> texts;
     EXPECT_EQ(util.vlrGetAddrinfo("host", "", texts, NI_NUMERICHOST), 0);
@@ -355,10 +350,8 @@ TEST_F(Network, FailsByTheStatedResult) {
     EXPECT_EQ(util.vlrGetScopeId("[fe80::1%9]", scope), 1);
     EXPECT_EQ(std::exchange(scope, 7), 1u);
     EXPECT_EQ(disabled.vlrGetScopeId("fe80::1", scope), 0);
-    fault_injection::FailNth failure(1, "getifaddrs");
-    const int found = util.vlrGetScopeId("fe80::1", scope);
-    failure.disarm();
-    EXPECT_EQ(std::pair(found, scope), std::pair(0, 7u));
+    EXPECT_EQ(without("getifaddrs", [&] { return util.vlrGetScopeId("fe80::1", scope); }), 0);
+    EXPECT_EQ(scope, 7u);
 }
 
 }  // namespace

@@ -45,7 +45,6 @@ class Machine(unittest.TestCase):
         chosen = tuple(values[k] for k in ("NETAddress", "IPAddress", "SubnetMask", "SubnetAddress"))
         self.assertEqual(chosen, ("02005e102030", "198.51.100.5", "255.255.255.0", "198.51.100.0"))
 
-    def test_local_address(self):
         # There is no route to the first two, and nobody listens at the third.
         self.assertEqual(run(PROBE, "local", "192.0.2.1;2001:db8:9::1;198.51.100.5").strip(), "198.51.100.5")
 

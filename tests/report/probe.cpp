@@ -5,10 +5,10 @@
 // descriptor open.
 #include <utmpx.h>
 
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 
 #include "vlrcomn/net_interface.h"
 #include "vlrcomn/network_util.h"
@@ -16,18 +16,18 @@
 
 using namespace velora_com::qel;
 
-static void print_addresses() {
+static int print_addresses() {
     NetInterfaceList interfaces(false);
     getNetInterfacesList(interfaces);
     for (const unsigned int index : interfaces.getIndexes()) {
         const NetInterface& interface = interfaces.getNetInterface(index);
         for (const IPAddress& address : interface.getIPAddress()) {
-            std::printf("%u %s %s %s %s %s\n", interface.getIndex(),
-                        interface.getIndexName().c_str(), interface.getMACAddress().c_str(),
-                        address.getIPAddress().c_str(), address.getSubNetMask().c_str(),
-                        address.getSubNetAddr().c_str());
+            std::cout << interface.getIndex() << ' ' << interface.getIndexName() << ' '
+                      << interface.getMACAddress() << ' ' << address.getIPAddress() << ' '
+                      << address.getSubNetMask() << ' ' << address.getSubNetAddr() << '\n';
         }
     }
+    return 0;
 }
 
 static std::ptrdiff_t entries(const char* folder) {
@@ -48,12 +48,11 @@ int main(int count, char** arguments) {
     if (count > 2) {
         std::string local;
         ANetworkUtil().vlrGetLocalIPAddressFromList(arguments[2], "9", local, false, 0, 5);
-        std::puts(local.c_str());
+        std::cout << local << '\n';
         return 0;
     }
     if (arguments[1] == std::string("addresses")) {
-        print_addresses();
-        return 0;
+        return print_addresses();
     }
     log_on(arguments[1]);
     const std::ptrdiff_t descriptors = entries("/proc/self/fd");
