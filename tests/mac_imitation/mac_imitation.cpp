@@ -40,12 +40,12 @@ int give(const std::string& value, void* buffer, size_t* size) {
     return length == value.size() ? 0 : -1;
 }
 
-constexpr mach_port_t host_port = 42;
-constexpr mach_port_t task_port = 43;
+constexpr mach_port_t host_port = 42, task_port = 43;
 
-const Object* make(const Object& object) {
-    ++machine.objects;
-    return new Object(object);
+template <typename Reference>
+Reference make(bool answered, const Object& object) {
+    machine.objects += answered ? 1 : 0;
+    return answered ? reinterpret_cast<Reference>(new Object(object)) : nullptr;
 }
 
 const Object& object_at(CFTypeRef reference, Kind kind) {
@@ -139,44 +139,33 @@ CFTypeID CFStringGetTypeID() {
 
 CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length) {
     const std::string document(reinterpret_cast<const char*>(bytes), static_cast<size_t>(length));
-    return answers("CFDataCreate", document)
-               ? reinterpret_cast<CFDataRef>(make({Kind::other, document, {}}))
-               : nullptr;
+    return make<CFDataRef>(answers("CFDataCreate", document), {Kind::other, document, {}});
 }
 
 CFPropertyListRef CFPropertyListCreateFromXMLData(CFAllocatorRef, CFDataRef data,
                                                   CFOptionFlags mutability, CFStringRef* error) {
     require(object_at(data, Kind::other).values.empty() && error == nullptr);
-    return answers("CFPropertyListCreateFromXMLData", mutability) ? make(machine.property_list)
-                                                                  : nullptr;
+    const bool answered = answers("CFPropertyListCreateFromXMLData", mutability);
+    return make<CFPropertyListRef>(answered, machine.property_list);
 }
 
 Boolean CFDictionaryGetValueIfPresent(CFDictionaryRef dictionary, const void* key,
                                       const void** value) {
     const auto& values = object_at(dictionary, Kind::dictionary).values;
     const auto found = values.find(object_at(key, Kind::string).text);
-    if (found != values.end()) {
-        *value = &found->second;
-    }
-    return found != values.end();
+    return found != values.end() && (*value = &found->second) != nullptr;
 }
 
 CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding encoding) {
     require(encoding == kCFStringEncodingUTF8);
-    return answers("CFStringCreateWithCString")
-               ? reinterpret_cast<CFStringRef>(make({Kind::string, text, {}}))
-               : nullptr;
+    return make<CFStringRef>(answers("CFStringCreateWithCString"), {Kind::string, text, {}});
 }
 
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size,
                            CFStringEncoding encoding) {
     require(encoding == kCFStringEncodingUTF8);
     const std::string& text = object_at(string, Kind::string).text;
-    const bool fits = text.size() < static_cast<size_t>(size);
-    if (fits) {
-        std::strcpy(buffer, text.c_str());
-    }
-    return fits;
+    return text.size() < static_cast<size_t>(size) && std::strcpy(buffer, text.c_str()) == buffer;
 }
 
 }  // extern "C"

@@ -43,26 +43,20 @@ TEST(CpuInfo, TellsProcessorsApart) {
 
 TEST(MemoryInfo, FiguresAreFoundByTheirWholeLabel) {
     constexpr const char* text =
-        "        total:    used:    free:\n"  // kernels before 2.6 began so
-        "MemTotal:       24684092 kB\nHighMemFree:           7 kB\nMemFree:              9 kB\n"
-        "Cached:\nMapped:        3";
+        "  total:  used:\n"  // kernels before 2.6 began so
+        "MemTotal:  24684092 kB\nHighMemFree:  7 kB\nMemFree:  9 kB\nCached:\nMapped:  3";
     EXPECT_EQ(memory_figure(text, "MemTotal:"), uint64_t{24684092} * 1024);
     EXPECT_EQ(memory_figure(text, "MemFree:"), 9 * 1024);
-    EXPECT_EQ(memory_figure(text, "Cached:"), std::nullopt);
-    EXPECT_EQ(memory_figure(text, "MemAvailable:"), std::nullopt);
+    EXPECT_FALSE(memory_figure(text, "Cached:") || memory_figure(text, "MemAvailable:"));
 }
 
 TEST(MountTable, EntriesAreDecodedWhateverTheirLength) {
     const std::string deep = "/" + std::string(4000, 'd');
+    const std::string overlay = "overlay overlay lowerdir=" + std::string(100000, 'l');
     const auto table = parse_mount_table(
-        "36 35 98:0 / /home/of\\040all rw,noatime - nfs4 server:/home rw\n"
-        "37 36 0:41 /sub " +
-        deep +
-        " rw master:1 shared:7 - fuse.a\\134b - rw\n"
-        "38 36 0:42 / / rw shared:2 - overlay overlay lowerdir=" +
-        std::string(100000, 'l') +
-        "\n"
-        "x 36 0:1 / /a rw - ext4 d rw\n9 9x 0:1 / /a rw - ext4 d rw\n9 9 0:1 / a rw - ext4 d rw\n"
+        "36 35 98:0 / /home/of\\040all rw,noatime - nfs4 server:/home rw\n37 36 0:41 /sub " + deep +
+        " rw master:1 shared:7 - fuse.a\\134b - rw\n38 36 0:42 / / rw shared:2 - " + overlay +
+        "\nx 36 0:1 / /a rw - ext4 d rw\n9 9x 0:1 / /a rw - ext4 d rw\n9 9 0:1 / a rw - ext4 d rw\n"
         "9 9 0:1 / /a rw ext4 d rw\n\n1 2 0:3 / /\\7\\09\\1 - proc");
     using testing::FieldsAre;
     EXPECT_THAT(table, testing::ElementsAre(FieldsAre(36, 35, "98:0", "/home/of all", "nfs4"),
@@ -106,18 +100,16 @@ TEST(MountTable, EveryLocalFileSystemIsAskedOnce) {
         {"27 25 8:15 / /far/away rw - ext4 d rw", "local"},
     };
     std::string text;
-    std::vector<std::string> expected;
+    std::vector<std::string> expected, got;
     for (const auto& [mount, answer] : cases) {
-        const std::string path = parse_mount_table(mount).at(0).mount_point;
         (text += mount) += '\n';
         if (*answer != '\0') {
-            expected.push_back(path + " " + answer);
+            expected.push_back(parse_mount_table(mount).at(0).mount_point + " " + answer);
         }
     }
-    static std::vector<std::string> asked;
-    std::vector<std::string> got;
+    static int asked = 0;
     const auto size_of = [](const char* path, struct statvfs* answer) {
-        asked.emplace_back(path);
+        ++asked;
         answer->f_frsize = 512;
         answer->f_blocks = 7;
         answer->f_bfree = 5;
@@ -130,10 +122,8 @@ TEST(MountTable, EveryLocalFileSystemIsAskedOnce) {
                   local ? std::tuple(512, 7, 5) : std::tuple(0, 0, 0));
     }
     EXPECT_EQ(got, expected);
-    EXPECT_EQ(asked.size(), 11U);
-}
-
-TEST(MountTable, ARootThatWaitsHoldsNothingElseBack) {
+    EXPECT_EQ(asked, 11);
+    // A root that waits holds nothing else back.
     const auto found = file_systems_of(parse_mount_table("1 0 0:1 / / rw - nfs s rw\n"
                                                          "2 1 8:1 / /tmp rw - ext4 d rw\n"),
                                        [](const char*, struct statvfs*) { return 0; });
