@@ -1,4 +1,4 @@
-// Shared/exclusive locks: taking and giving back alone, threads with one lock, and threads with one each.
+// Shared/exclusive locks: taking and releasing alone, threads with one lock, and threads with one each.
 #include <benchmark/benchmark.h>
 #include <pthread.h>
 
@@ -34,7 +34,7 @@ private:
     orSELock* lock_ = nullptr;
 };
 
-// The four exchanges of a pair of ours, which takes and gives back the spin word twice, and
+// The four exchanges of a pair of ours, which takes and releases the spin word twice, and
 // nothing else. No lock: for comparison alone, with one thread.
 struct Limit {
     static constexpr const char* name = "limit";

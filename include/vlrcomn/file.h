@@ -185,7 +185,7 @@ VLRCOMN_API uint32_t oruGetFileSize(oruHandle file, uint32_t* high);
  *
  * @param directory where; null is refused.
  * @param prefix start of the name; may be null.
- * @param unique returned as it is, 1 in the place of 0; the name does not depend on it.
+ * @param unique returned as it is, or 1 for 0; the name does not depend on it.
  * @param out receives the name; must have room for the lengths of `directory` and `prefix` and 8 more
  * bytes. Null is refused. Left alone on failure.
  * @return `unique`, or 0 on failure with `errno` telling why.
@@ -204,7 +204,7 @@ VLRCOMN_API uint32_t oruGetTempFileName(const char* directory, const char* prefi
 VLRCOMN_API int oruCopyFile(const char* existing_name, const char* new_name, int fail_if_exists);
 
 /**
- * Renames a file, in the place of what has the new name, if anything.
+ * Renames a file; replaces what has the new name, if anything.
  *
  * @param existing_name the name that it has; null fails with `errno` EINVAL.
  * @param new_name the name that it gets; null likewise.

@@ -17,7 +17,7 @@
  * single values.
  *
  * What a query may do besides reading the machine's state:
- * - Names of the network category go to the resolver, which may block as long as it pleases.
+ * - Names of the network category go to the resolver, which may block without a limit of time.
  * - Every query of the misc category, so TimeZone, DefaultLangID and LastUpdate too, lists the users: that
  *   writes diagnostic lines to standard output and, where the directory client is installed, runs it
  *   without a limit of time (logged_on_users.h).

@@ -6,7 +6,7 @@ namespace velora_com::qel {
 
 namespace {
 
-// Stands in the place of a base that could not be flattened. No flattened base reads like this, since
+// Stands for a base that could not be flattened. No flattened base reads like this, since
 // all of them are empty or begin with a slash.
 constexpr const char unusable_base[] = "..";
 

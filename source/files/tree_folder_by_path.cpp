@@ -49,7 +49,7 @@ TreeFolder TreeFolder::open_child(const char* name) const {
         return TreeFolder();
     }
     TreeFolder child = open_path(std::move(path), top_length_);
-    // A link may have come in the place of the child, or of this folder.
+    // A link may have replaced the child, or this folder.
     if (child && !(looks_like(child.path_, child.identity_) && looks_like(path_, identity_))) {
         errno = ENOTDIR;
         return TreeFolder();

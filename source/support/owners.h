@@ -120,7 +120,7 @@ public:
 
     // False when the mutex could not be locked.
     explicit operator bool() const noexcept { return held_; }
-    // Unlocks now and tells whether that succeeded; the guard lets go either way.
+    // Unlocks now and tells whether that succeeded; the guard is released either way.
     bool unlock() noexcept {
         held_ = false;
         return pthread_mutex_unlock(&mutex_) == 0;

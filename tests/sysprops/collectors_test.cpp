@@ -1,5 +1,5 @@
 // The collectors against machines that the test describes. The calls by which they name this host are
-// answered here in the place of the C library's.
+// answered here instead of by the C library.
 #include <gtest/gtest.h>
 #include <netdb.h>
 #include <pthread.h>
