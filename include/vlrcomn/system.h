@@ -2,8 +2,8 @@
  * @file
  * @brief System time, system folders, computer name, and the flag that SIGTERM sets.
  *
- * Usable from C11 and C++17. None of these functions stores a code for oruGetLastError; each reports
- * failure by its result alone. All may be called from any thread at once.
+ * Usable from C11 and C++17. Each function reports failure by its result alone; what the C library
+ * leaves in `errno` has no meaning. All are thread-safe.
  */
 #ifndef VLRCOMN_SYSTEM_H
 #define VLRCOMN_SYSTEM_H
