@@ -11,7 +11,6 @@
 #include <set>
 #include <sstream>
 #include <thread>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -60,15 +59,13 @@ int __wrap_sigwait(const sigset_t* set, int* signal) {
     if (waits.empty()) {
         return __real_sigwait(set, signal);
     }
-    int result;
-    std::tie(result, *signal) = waits.front();
+    const int result = waits.front().first;
+    *signal = waits.front().second;
     waits.pop_front();
     errno = EINTR;
     return result;
 }
 }
-
-namespace {
 
 TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
     EXPECT_EQ(LogInSystemLog(SyslogWarning, "tag", "%s-%d", "text", 5), 1);
@@ -140,5 +137,3 @@ TEST(SignalLoop, DispatchesUntilASignalWithoutCallback) {
     signals.addSignalToBlock(SIGINT);
     EXPECT_TRUE(blocked(SIGUSR1) && blocked(SIGINT)) << "it stayed one of the set";
 }
-
-}  // namespace

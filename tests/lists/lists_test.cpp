@@ -172,8 +172,7 @@ TEST_F(LockedLists, AStackGivesTheLatestFirst) {
     EXPECT_EQ(orSLL_XRemoveHead(stack_), &items[2]) << "recursive for its owner";
     orSLL_LockRelease(stack_);
     EXPECT_FALSE(orSLL_IsEmpty(stack_));
-    EXPECT_EQ(orSLL_XRemoveHead(stack_), &items[0]);
-    EXPECT_EQ(orSLL_XRemoveHead(stack_), nullptr);
+    EXPECT_TRUE(orSLL_XRemoveHead(stack_) == &items[0] && !orSLL_XRemoveHead(stack_));
     EXPECT_EQ(orSLL_XGetHead(stack_, 1, 1), nullptr) << "empty, and held all the same";
     EXPECT_EQ(stack_->lock->owner, orSO_GetThread());
 }

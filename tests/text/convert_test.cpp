@@ -8,8 +8,6 @@
 
 using namespace velora_com::qel;
 
-namespace {
-
 TEST(NumberText, ByRadixAndBack) {
     char text[24];
     EXPECT_STREQ(oruItoa(INT32_MIN, text, 10), "-2147483648");
@@ -79,8 +77,8 @@ TEST(Utf8, StopsBeforeTheFirstFault) {
 }
 
 template <typename Convert, typename From, typename To>
-void expect_room(Convert convert, const From* from, const std::basic_string<To>& expected,
-                 std::initializer_list<uint32_t> too_little, uint32_t enough) {
+static void expect_room(Convert convert, const From* from, const std::basic_string<To>& expected,
+                        std::initializer_list<uint32_t> too_little, uint32_t enough) {
     std::basic_string<To> buffer(6, '#');
     for (const uint32_t size : too_little) {
         EXPECT_EQ(convert(from, buffer.data(), &size), ORU_FAILURE) << size;
@@ -98,5 +96,3 @@ TEST(Utf8, BuffersHaveRoomForTheWorstCase) {  // also where bytes count and not 
                 {0U, 18U, 0x80000000U}, 19);
     expect_room(orumcomn_utf8_to_unicode, "x\xC3\xA4y", std::wstring(L"x\xE4y\0##", 6), {4U}, 5);
 }
-
-}  // namespace
