@@ -22,23 +22,15 @@ orSLL2 both_ends;
 LinkedListItem items[2];
 orLL2Node nodes[3];
 
-int keep_registered(uintptr_t, uint32_t, uintptr_t, uint32_t) {
-    return 1;
-}
-
-uint32_t return_at_once(void*) {
-    return 0;
-}
-
 }  // namespace
 
 int main(int, char** arguments) {
+    const oruThreadRoutine return_at_once = [](void*) -> uint32_t { return 0; };
     thread = oruCreateThread(nullptr, 0, return_at_once, nullptr, 0, nullptr);
     oruWaitForSingleObject(thread, ORU_INFINITE);
     event = oruCreateEvent(nullptr, 1, 1, nullptr);
     owned_mutex = oruCreateMutex(nullptr, 1, nullptr);
-    file =
-        oruCreateFileAW(arguments[0], ORU_ACCESS_READ, 0, nullptr, ORU_OPEN_EXISTING, 0, nullptr);
+    file = oruCreateFileAW(*arguments, ORU_ACCESS_READ, 0, nullptr, ORU_OPEN_EXISTING, 0, nullptr);
 
     orSO_ProcessAttach();
     orSO_ThreadAttach();
@@ -46,6 +38,7 @@ int main(int, char** arguments) {
     orSO_SELockCreate(&owned_lock);
     orSO_SELockSharedWaitForExclusive(shared_lock, 1);
     orSO_SELockSharedWaitForExclusive(shared_lock, 1);
+    const auto keep_registered = [](uintptr_t, uint32_t, uintptr_t, uint32_t) { return 1; };
     orSO_SELockExclusiveNotify(shared_lock, keep_registered, 0, 0);
     orSO_SELockExclusive(owned_lock, 1);
 

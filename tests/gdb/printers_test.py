@@ -24,20 +24,14 @@ def shown(expression):
     return re.sub(r'file \d+ "/.*/', 'file N "PATH/', text)
 
 
-def differences():
-    for expression, expected in EXPECTED.items():
-        found = shown(expression)
-        if found != expected:
-            yield f"print {expression}\n  expected {expected}\n  found    {found}"
-
-
 try:
     for setting in "breakpoint pending on", "print symbol off", "print address on", "width 0":
         gdb.execute(f"set {setting}")
-    gdb.execute("break everything_is_made")
-    gdb.execute("run")
-    gdb.execute("up")
-    failures = list(differences())
+    for command in "break everything_is_made", "run", "up":
+        gdb.execute(command)
+    found = {expression: shown(expression) for expression in EXPECTED}
+    failures = [f"print {key}\n  expected {EXPECTED[key]}\n  found    {found[key]}"
+                for key in EXPECTED if found[key] != EXPECTED[key]]
 except gdb.error as error:
     failures = [str(error)]
 print("\n".join(failures))

@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
 # use_installed.sh prefix|packages BUILD-FOLDER CC CXX
-#
 # Installs into an empty folder, by `cmake --install` or by unpacking the Debian packages, builds the installed
 # examples against what lies there, shared and static, by CMake and by pkg-config, and runs them.
 set -euo pipefail
@@ -19,20 +18,14 @@ if [ "$way" = packages ]; then
     version=$(field "$runtime" Version)
     [ "$runtime" = "libvlrcomn${version%%.*}" ]
     [[ $(field "$runtime" Depends) == *'libc6 (>= '*'libstdc++6 (>= '* ]]
-    [[ $(field libvlrcomn-dev Depends) == *"$runtime (= $version)"* ]]
-    [[ $(field vlrprops Depends) == *"$runtime (= $version)"* ]]
+    [[ $(field libvlrcomn-dev Depends) == *"$runtime (= $version)"* && $(field vlrprops Depends) == *"$runtime (= $version)"* ]]
     [[ $(field vlrprops Description) == 'Property report'* && -n $(field vlrprops Maintainer) ]]
-    for package in "$work"/packages/*.deb; do
-        dpkg-deb -x "$package" "$work/root"
-    done
+    for package in "$work"/packages/*.deb; do dpkg-deb -x "$package" "$work/root"; done
     prefix=$work/root/usr
-    if type lintian >/dev/null 2>&1; then
-        other_layout=()  # of a build folder that was configured for /usr/local
-        [ ! -e "$prefix/lib/pkgconfig" ] ||
-            other_layout=(--suppress-tags pkg-config-unavailable-for-cross-compilation)
+    other_layout=()  # of a build folder that was configured for /usr/local
+    [ ! -e "$prefix/lib/pkgconfig" ] || other_layout=(--suppress-tags pkg-config-unavailable-for-cross-compilation)
+    if ! type lintian >/dev/null 2>&1; then left_out 'no lintian'; else
         quietly lintian --allow-root --fail-on error,warning "${other_layout[@]}" "$work"/packages/*.deb
-    else
-        left_out 'no lintian'
     fi
 else
     quietly cmake --install "$build" --prefix "$work/prefix"

@@ -1,7 +1,5 @@
 #!/usr/bin/env bash
-# use_source.sh SOURCE CC CXX [LAUNCHER]
-#
-# A project takes the library's source into its own build, by add_subdirectory and by FetchContent: it gets the
+# use_source.sh SOURCE CC CXX [LAUNCHER]: a project takes the library's source into its own build, by add_subdirectory and by FetchContent: it gets the
 # library in both forms and nothing else, neither tests nor their packages, no program, no fatal warning.
 set -euo pipefail
 work=$(mktemp -d)

@@ -12,9 +12,7 @@ printf '#include "%s"\n' vlrcomn/*.h |
     sed -n 's/.*"mangledName": "\(.*\)".*/\1/p' | LC_ALL=C sort -u >"$work/declared"
 
 [ "$(wc -l <"$work/exported")" -gt 400 ]
-if LC_ALL=C comm -23 "$work/exported" "$work/declared" | grep .; then
-    echo 'exported without a declaration'; exit 1
-fi
+! LC_ALL=C comm -23 "$work/exported" "$work/declared" | grep . || { echo 'exported without a declaration'; exit 1; }
 # Copies, moves and the like of classes are made by the compiler in each program.
 if LC_ALL=C comm -13 "$work/exported" "$work/declared" | grep -E '^(oru|or[A-Z]|LinkedList_|_ZNK?10velora_com|_Z[0-9]+orumcomn_)' |
     grep -vE '(C1E|D1Ev$|aSE)'; then

@@ -2,7 +2,6 @@
 # What the home machine (32-bit PowerPC, Mac OS X 10.4) cannot do or does otherwise: its atomic words have at
 # most 32 bits, and its bool has four bytes.
 set -euo pipefail
-
 atomic='std::atomic(_ref)?<'
 mapfile -t files < <(find include source -name '*.h' -o -name '*.cpp')
 [ ${#files[@]} -gt 100 ]

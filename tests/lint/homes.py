@@ -31,16 +31,13 @@ pairs = [(Path(file).relative_to(objects), name)
          for file, name in defined(sorted(objects.rglob("*.o"))) if name in exported]
 readable = subprocess.run(["c++filt"], input="\n".join(name for _, name in pairs), check=True,
                           capture_output=True, text=True).stdout.splitlines()
-declared = {folder.name: set().union(*map(words, folder.headers)) if folder.headers else set()
-            for folder in folders().values()}
-bad = 0
+declared = {folder.name: set().union(*map(words, folder.headers)) for folder in folders().values()}
+bad = []
 for (file, _), name in zip(pairs, readable):
-    plain = re.sub(r"\[abi:\w+\]|^(vtable|typeinfo|typeinfo name) for ", "", name.split("(")[0])
-    plain = re.sub(r"<.*", "", plain).split(" ")[-1]
+    plain = re.sub(r"\[abi:\w+\]|^(vtable|typeinfo|typeinfo name) for |<.*", "", name.split("(")[0]).split(" ")[-1]
     parts = [part.lstrip("~") for part in plain.split("::")]
     own = parts[-2:] if len(parts) > 1 and parts[-2][0].isupper() else parts[-1:]  # a class and its member
     if not declared[file.parts[0]].issuperset(own):
-        print(f"{file}: no header of {file.parts[0]}/ declares {name}")
-        bad = 1
+        bad.append(f"{file}: no header of {file.parts[0]}/ declares {name}")
 assert len(pairs) > 400, "the objects lie elsewhere now"
-sys.exit(bad)
+sys.exit("\n".join(bad) or 0)

@@ -9,14 +9,13 @@ QUOTED_BEFORE = r'/\*\*[\s*]*(".*?")(?:(?!\*/).)*\*/\s*extern VLRCOMN_API const 
 QUOTED_BEHIND = r'extern VLRCOMN_API const std::w?string (\w+); */\*\*< (".*?") \*/'
 DEFINITION = r'VLRCOMN_EARLY_INIT\s+(\w+)\s*=\s*L?(".*?");'
 
-bad = 0
+bad = []
 for header, source in PAIRS:
     declared = Path("include/vlrcomn", header).read_text()
     quoted = {(name, text) for text, name in re.findall(QUOTED_BEFORE, declared, re.S)}
     quoted.update(re.findall(QUOTED_BEHIND, declared))
     held = set(re.findall(DEFINITION, Path("source", source).read_text()))
-    for name, text in sorted(quoted ^ held):
-        print(f"{header}: {name} {'holds' if (name, text) in held else 'is said to hold'} {text}")
-        bad = 1
+    bad += [f"{header}: {name} {'holds' if (name, text) in held else 'is said to hold'} {text}"
+            for name, text in sorted(quoted ^ held)]
     assert len(held) > 60, "definitions are written otherwise now"
-sys.exit(bad)
+sys.exit("\n".join(bad) or 0)

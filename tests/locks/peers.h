@@ -23,7 +23,6 @@ struct AttachedProcess {
     AttachedProcess() { EXPECT_GE(orSO_ProcessAttach(), 0); }
     ~AttachedProcess() { EXPECT_EQ(orSO_ProcessDetach(), 1); }
 };
-
 struct Registry : AttachedProcess, Attached {};
 
 using Mode = int (*)(orSELock* lock, int wait);

@@ -49,11 +49,10 @@ TEST_F(SELock, GrantsAtOnceWhatTheModeAllows) {
     holder.run([&] { EXPECT_EQ(orSO_SELock(lock_, 2, 1), 1); });
     EXPECT_EQ(open_to(), "-++");
     EXPECT_EQ(orSO_SELock(lock_, 1, 2), 0);
-    for (const Mode mode : {exclusive, shared_behind_writers, shared_past_writers}) {
-        EXPECT_EQ(mode(nullptr, 1), 0);
-    }
-    EXPECT_EQ(orSO_SELockExclusiveNotify(nullptr, nullptr, 0, 0), 0);
-    EXPECT_EQ(orSO_SELockExclusiveUnnotify(nullptr, nullptr, 0, 0), 0);
+    EXPECT_FALSE(exclusive(nullptr, 1) || shared_behind_writers(nullptr, 1) ||
+                 shared_past_writers(nullptr, 1) ||
+                 orSO_SELockExclusiveNotify(nullptr, nullptr, 0, 0) ||
+                 orSO_SELockExclusiveUnnotify(nullptr, nullptr, 0, 0));
     orSO_SELockExclusiveToShared(nullptr);
     EXPECT_EQ(orSO_SELockCreate(nullptr), ORU_FAILURE);
     queue(writer, lock_, exclusive);
@@ -114,9 +113,9 @@ int hear(uintptr_t first, uint32_t event, uintptr_t second, uint32_t) {
 TEST_F(SELock, NotificationsAreCalledLatestFirstUpToTheFirstServed) {
     Peer other;
     other.run([&] { exclusive(lock_, 1); });
-    EXPECT_EQ(orSO_SELockExclusiveNotify(lock_, hear, 1, 0), 0);
-    EXPECT_EQ(orSO_SELockExclusiveNotify(lock_, hear, 2, 0), 0);
-    EXPECT_EQ(orSO_SELockExclusiveNotify(lock_, hear, 3, refuses), 0);
+    for (const uintptr_t number : {1u, 2u, 3u}) {
+        EXPECT_EQ(orSO_SELockExclusiveNotify(lock_, hear, number, number == 3 ? refuses : 0), 0);
+    }
     orSO_SELockRelease(lock_);
     EXPECT_EQ(std::exchange(news, {}), "3 free;2 free;");
 
@@ -176,9 +175,7 @@ TEST(ThreadRegistry, AttachesAndDetachesAndSurvivesASweep) {
 
 // A cancelled waiter leaves the queue, or gives back what it is granted on its way out.
 TEST_F(SELock, ACancelledWaiterHoldsNothing) {
-    if (!condition_waits_can_be_cancelled()) {
-        GTEST_SKIP() << "nobody can be cancelled while it waits on a condition";
-    }
+    NEEDS_CANCELLED_WAITS;
     for (int round = 0; round < 150; ++round) {
         ASSERT_EQ(exclusive(lock_, 0), 1);
         std::deque<Peer> peers(3);
@@ -202,16 +199,10 @@ TEST_F(SELock, ACancelledWaiterHoldsNothing) {
 
 // A writer that leaves lets the readers behind it in, unless something else still keeps them out.
 TEST_F(SELock, ACancelledWriterLeavesTheReadersBehindItToTheLock) {
-    if (!condition_waits_can_be_cancelled()) {
-        GTEST_SKIP() << "nobody can be cancelled while it waits on a condition";
-    }
-    const struct {
-        Mode held;
-        bool another_waits;
-        const char* expected;
-    } cases[] = {{shared_past_writers, false, "shared 2"},
-                 {shared_past_writers, true, "shared 1"},
-                 {exclusive, false, "exclusive 1"}};
+    NEEDS_CANCELLED_WAITS;
+    const std::tuple<Mode, bool, const char*> cases[] = {{shared_past_writers, false, "shared 2"},
+                                                         {shared_past_writers, true, "shared 1"},
+                                                         {exclusive, false, "exclusive 1"}};
     for (const auto& [held, another_waits, expected] : cases) {
         ASSERT_EQ(held(lock_, 0), 1);
         std::deque<Peer> peers(3);
@@ -239,11 +230,10 @@ TEST(SpinWord, ExcludesWhoeverExchanges) {
         for (++ready; ready != 2;) {
         }
         for (int round = 0; round < rounds; ++round) {
-            if (through_mutex) {
-                while (oruInterlockedExchange(&spin, 1) != 0) {
-                }
-            } else {
+            if (!through_mutex) {
                 orSL_Get(&spin);
+            }
+            while (through_mutex && oruInterlockedExchange(&spin, 1) != 0) {
             }
             ++guarded;
             orSL_Release(&spin);
@@ -271,8 +261,7 @@ TEST_F(SELock, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {
                 return;
             }
             if (mode == exclusive) {
-                EXPECT_EQ(value, writes);
-                ++value;
+                EXPECT_EQ(value++, writes);
                 sched_yield();  // lets others run into the held lock
                 ++writes;
                 if (choice / 64 % 2 == 0) {

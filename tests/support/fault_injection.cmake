@@ -2,7 +2,6 @@
 # a linker that wraps symbols; on Mac OS X the caller leaves the program out, or the tests between
 # #if defined(FAULT_INJECTION) and #endif.
 set(VLRCOMN_FAULT_INJECTION ${CMAKE_CURRENT_LIST_DIR}/fault_injection.cpp)
-
 function(vlrcomn_inject_faults target)
     target_sources(${target} PRIVATE ${VLRCOMN_FAULT_INJECTION})
     target_compile_definitions(${target} PRIVATE FAULT_INJECTION)

@@ -32,9 +32,8 @@ bool fails(const char* call) noexcept {
     armed.fired = call;
     if (armed.instead != nullptr) {
         (*armed.instead)();
-        return false;
     }
-    return true;
+    return armed.instead == nullptr;
 }
 
 // Counts a success of a call that reports by 0 or an error number.
@@ -118,21 +117,17 @@ WRAP(free, void, void* memory) {
 WRAP_COUNTED(posix_memalign, ENOMEM, allocations, 1, (void** memory, size_t alignment, size_t size),
              (memory, alignment, size))
 WRAP_COUNTED(pthread_cond_init, ENOMEM, conditions, 1,
-             (pthread_cond_t * condition, const pthread_condattr_t* attributes),
-             (condition, attributes))
-WRAP_COUNTED(pthread_cond_broadcast, EINVAL, conditions, 0, (pthread_cond_t * condition),
-             (condition))
+             (pthread_cond_t * cond, const pthread_condattr_t* with), (cond, with))
+WRAP_COUNTED(pthread_cond_broadcast, EINVAL, conditions, 0, (pthread_cond_t * cond), (cond))
 WRAP_COUNTED(pthread_mutex_init, ENOMEM, mutexes, 1,
-             (pthread_mutex_t * mutex, const pthread_mutexattr_t* attributes), (mutex, attributes))
+             (pthread_mutex_t * mutex, const pthread_mutexattr_t* with), (mutex, with))
 WRAP_COUNTED(pthread_mutex_lock, EINVAL, mutexes, 0, (pthread_mutex_t * mutex), (mutex))
-WRAP_COUNTED(pthread_attr_init, ENOMEM, thread_attributes, 1, (pthread_attr_t * attributes),
-             (attributes))
+WRAP_COUNTED(pthread_attr_init, ENOMEM, thread_attributes, 1, (pthread_attr_t * with), (with))
 WRAP_COUNTED(pthread_attr_setdetachstate, EINVAL, thread_attributes, 0,
-             (pthread_attr_t * attributes, int state), (attributes, state))
+             (pthread_attr_t * with, int state), (with, state))
 WRAP_COUNTED(pthread_create, EAGAIN, thread_attributes, 0,
-             (pthread_t * thread, const pthread_attr_t* attributes, void* (*routine)(void*),
-              void* parameter),
-             (thread, attributes, routine, parameter))
+             (pthread_t * thread, const pthread_attr_t* with, void* (*run)(void*), void* parameter),
+             (thread, with, run, parameter))
 
 // Calls that give back do not fail.
 #define WRAP_DESTROY(name, type, kind)                   \
@@ -193,14 +188,14 @@ WRAP_LARGE(ftruncate, int, -1, EIO, (int file, off_t length), (file, length))
 WRAP_LARGE(fstat, int, -1, EIO, (int file, struct stat* status), (file, status))
 WRAP_LARGE(stat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
 WRAP_LARGE(lstat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
-WRAP_LARGE(fstatat, int, -1, EIO, (int folder, const char* path, struct stat* status, int flags),
-           (folder, path, status, flags))
+WRAP_LARGE(fstatat, int, -1, EIO, (int at, const char* path, struct stat* status, int flags),
+           (at, path, status, flags))
 WRAP_CALL(rename, int, -1, EACCES, (const char* from, const char* to), (from, to))
 WRAP_CALL(opendir, DIR*, nullptr, EMFILE, (const char* path), (path))
 WRAP_LARGE(readdir, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
 WRAP_CALL(getifaddrs, int, -1, ENOMEM, (struct ifaddrs * *list), (list))
 WRAP_CALL(getnameinfo, int, EAI_MEMORY, ENOMEM,
-          (const sockaddr* address, socklen_t size, char* host, socklen_t host_size, char* service,
-           socklen_t service_size, int flags),
-          (address, size, host, host_size, service, service_size, flags))
+          (const sockaddr* from, socklen_t size, char* host, socklen_t hosts, char* port,
+           socklen_t ports, int flags),
+          (from, size, host, hosts, port, ports, flags))
 WRAP_CALL(socket, int, -1, EMFILE, (int family, int type, int protocol), (family, type, protocol))

@@ -19,22 +19,19 @@ const Answer& answer(const char* question, const Answer& scripted) {
 
 }  // namespace
 
-std::optional<AvailableSpace> available_space(const char*) {
-    return answer("available_space", script().available_space);
-}
-
-#define ANSWER(question)                             \
-    decltype(Script::question) question() {          \
+#define ANSWER(question, parameters)                 \
+    decltype(Script::question) question parameters { \
         return answer(#question, script().question); \
     }
-ANSWER(processor_facts)
-ANSWER(memory_facts)
-ANSWER(processor_count)
-ANSWER(hardware_model)
-ANSWER(mounted_file_systems)
-ANSWER(boot_time)
-ANSWER(nis_domain)
-ANSWER(domain_name)
+ANSWER(available_space, (const char*))
+ANSWER(processor_facts, ())
+ANSWER(memory_facts, ())
+ANSWER(processor_count, ())
+ANSWER(hardware_model, ())
+ANSWER(mounted_file_systems, ())
+ANSWER(boot_time, ())
+ANSWER(nis_domain, ())
+ANSWER(domain_name, ())
 
 bool copy_contents(int, int) {
     return false;
@@ -63,10 +60,7 @@ std::optional<std::vector<std::optional<std::string>>> property_list_strings(
 
 std::optional<std::string> run_command(const char* command, size_t max_bytes) {
     script().asked.emplace_back(std::string("run_command: ") + command);
-    std::optional<std::string> output;
-    if (script().run_command) {
-        output = script().run_command(command);
-    }
+    auto output = script().run_command ? script().run_command(command) : std::nullopt;
     if (output) {
         output->resize(std::min(output->size(), max_bytes));
     }

@@ -39,10 +39,9 @@ TEST(Handle, IsRefusedWhereItDoesNotFit) {
                  oruReleaseMutex(event.get()) || oruWaitForSingleObject(file.get(), 0));
     EXPECT_EQ(nErrno, EINVAL);
     EXPECT_EQ(oruCloseHandle(make_handle_record(4).get()), 0);
-    EXPECT_EQ(oruCreateEvent(nullptr, 2, 0, nullptr), nullptr);
-    EXPECT_EQ(oruCreateEvent(nullptr, 1, 0, "named"), nullptr);
-    EXPECT_EQ(oruOpenMutex(0, 0, "named"), nullptr);
-    EXPECT_EQ(oruCreateThread(nullptr, 0, nullptr, nullptr, 0, nullptr), nullptr);
+    EXPECT_FALSE(oruCreateEvent(nullptr, 2, 0, nullptr) || oruCreateEvent(nullptr, 1, 0, "named") ||
+                 oruOpenMutex(0, 0, "named") ||
+                 oruCreateThread(nullptr, 0, nullptr, nullptr, 0, nullptr));
     EXPECT_EQ(oruBeginThread(nullptr, 0, nullptr, nullptr, 0, nullptr), ORU_INVALID_HANDLE);
 }
 
@@ -68,11 +67,7 @@ TEST(Wait, LooksAtOneHandleAfterAnotherForTenMilliseconds) {
     const Handle event = make_event(1), event_set = make_event(1), mutex = make_mutex();
     EXPECT_EQ(oruResetEvent(event.get()), 1);
     const oruHandle reset = event.get(), set = event_set.get();
-    const struct {
-        std::vector<oruHandle> handles;
-        int wait_all;
-        uint32_t limit, result;
-    } cases[] = {
+    const std::tuple<std::vector<oruHandle>, int, uint32_t, uint32_t> cases[] = {
         {{set}, 1, ORU_INFINITE, ORU_WAIT_FAILED},
         {{set}, 0, 0, ORU_WAIT_TIMEOUT},  // looks at nothing
         {{}, 0, 10, ORU_WAIT_FAILED},
@@ -96,9 +91,7 @@ TEST(Wait, LooksAtOneHandleAfterAnotherForTenMilliseconds) {
 }
 
 TEST(Wait, CancellationLeavesNothingLocked) {
-    if (!condition_waits_can_be_cancelled()) {
-        GTEST_SKIP() << "nobody can be cancelled while it waits on a condition";
-    }
+    NEEDS_CANCELLED_WAITS;
     const Handle event = make_event(), mutex = make_mutex(1);
     for (int round = 0; round < 120; ++round) {
         const Handle& handle = round % 2 == 0 ? event : mutex;
@@ -137,8 +130,7 @@ TEST(Thread, EveryWayToEndSignalsTheHandleAndFreesTheIndices) {
 
 TEST(Tls, HandsOutTheLowestFreeIndexWithAValueForEachThread) {
     uint32_t count = 0;
-    while (oruTlsAlloc() == count) {
-        ++count;
+    for (; oruTlsAlloc() == count; ++count) {
     }
     EXPECT_TRUE(count == 512 || PTHREAD_KEYS_MAX < 1024) << "the system has fewer keys";
     EXPECT_EQ(oruTlsAlloc(), ORU_TLS_OUT_OF_INDEXES);
@@ -199,7 +191,7 @@ TEST(Stress, ThreadsEndWhileTheyAreWaitedForAndClosed) {
     together(starters, [&](int number) {
         for (uint32_t round = 0; round < rounds; ++round) {
             Handle thread;
-            while ((thread = start_thread(add_one, &ran)) == nullptr) {
+            for (; thread == nullptr; thread = start_thread(add_one, &ran)) {
                 sched_yield();  // the system's bound on threads
             }
             // Waits; or sees the end as early as can be, before the broadcast; or closes at once.
