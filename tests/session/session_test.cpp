@@ -5,6 +5,7 @@
 #include <unistd.h>
 #include <utmpx.h>
 
+#include <atomic>
 #include <cstring>
 #include <fstream>
 #include <thread>
@@ -113,20 +114,16 @@ TEST_F(Session, RunsNothingWithoutADirectoryClient) {
 }
 
 TEST(UserList, IsCutBeforeAName) {
-    const std::wstring name(63, L'n');
-    const std::tuple<std::wstring, size_t, size_t> cases[] = {
-        // Network users, the length of a local one, how much stays.
-        {name, 63, 127},
-        {name, 64, 64},
-        {std::wstring(124, L'n'), 3, 125},
-        {std::wstring(125, L'n'), 2, 0},  // the mark would not fit behind the name
-        {L"nnn," + std::wstring(120, L'n'), 9, 125}};
-    for (const auto& [network, length, kept] : cases) {
-        const std::wstring local(length, L'l'),
-            all = network + L',' + local,
-            expected = all.substr(0, kept) + (kept == 127 ? L""
-                                              : kept == 0 ? L",..."
-                                                          : L"...");
+    // Network users, the length of a local one, how much stays before the mark.
+    const std::tuple<std::wstring, size_t, size_t, const wchar_t*> cases[] = {
+        {std::wstring(63, L'n'), 63, 127, L""},
+        {std::wstring(63, L'n'), 64, 64, L"..."},
+        {std::wstring(124, L'n'), 3, 125, L"..."},
+        {std::wstring(125, L'n'), 2, 0, L",..."},  // the mark would not fit behind the name
+        {L"nnn," + std::wstring(120, L'n'), 9, 125, L"..."}};
+    for (const auto& [network, length, kept, mark] : cases) {
+        const std::wstring local(length, L'l'), all = network + L',' + local;
+        const std::wstring expected = all.substr(0, kept) + mark;
         EXPECT_EQ(bounded_list(all, L""), expected);
         EXPECT_EQ(bounded_list(network, local), expected);
     }
@@ -149,7 +146,11 @@ TEST_F(Session, CollectionsOnTwoThreadsSeeEveryRecord) {
     for (int i = 0; i < 1000; ++i) {
         add(USER_PROCESS, "1", "Bob" + std::to_string(i), "tty");
     }
-    const auto collect = [] {
+    std::atomic<int> waiting{2};
+    const auto collect = [&] {
+        for (--waiting; waiting != 0;) {
+            std::this_thread::yield();
+        }
         std::set<std::wstring> users, local;
         CollectLoggedonUsers(users, local, false);
         EXPECT_EQ(users.size(), 1000U);
