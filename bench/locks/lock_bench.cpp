@@ -34,7 +34,7 @@ private:
     orSELock* lock_ = nullptr;
 };
 
-// The four exchanges of a pair of ours, which takes and releases the spin word twice, and
+// Taking and giving back the spin word twice, as a pair does, by four exchanges and
 // nothing else. No lock: for comparison alone, with one thread.
 struct Limit {
     static constexpr const char* name = "limit";

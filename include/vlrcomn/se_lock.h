@@ -149,8 +149,8 @@ VLRCOMN_API uintptr_t orSO_DbgGetThread(void);
 /** @name Spin word
  *
  * A 32-bit word, 0 when free and 1 when held, for sections of a few instructions. It has no owner
- * and is not recursive. Taking and giving it back are one atomic exchange each, without the mutex of
- * oruInterlockedExchange(); both may be used for one word.
+ * and is not recursive. It is taken by one atomic exchange and given back by one atomic store,
+ * without the mutex of oruInterlockedExchange(); both may be used for one word.
  * @{ */
 
 /**

@@ -8,7 +8,7 @@ namespace velora_com::qel::locks {
 constexpr int32_t spin_free = 0;
 constexpr int32_t spin_held = 1;
 
-// One exchange. Everything goes to the word by exchanges, so that oruInterlockedExchange fits in.
+// One exchange, as that of oruInterlockedExchange, which may be used on the same word.
 inline bool try_to_take_spin(volatile int32_t& spin) {
     return __atomic_exchange_n(&spin, spin_held, __ATOMIC_ACQUIRE) == spin_free;
 }
@@ -27,8 +27,10 @@ inline void take_spin(volatile int32_t& spin) {
     }
 }
 
+// The exchange whose old value nobody asks for: an atomic store, which holds up nothing that came before it.
+// An exchange here makes an uncontended pair of the lock half as long again.
 inline void release_spin(volatile int32_t& spin) {
-    __atomic_exchange_n(&spin, spin_free, __ATOMIC_RELEASE);
+    __atomic_store_n(&spin, spin_free, __ATOMIC_RELEASE);
 }
 
 // Holds a spin word while it lives. The scope must not contain a cancellation point: where the system

@@ -1,5 +1,5 @@
-// Put before every source that is compiled for valgrind's drd, which follows POSIX calls: an exchange then
-// tells it what the exchange orders.
+// Put before every source that is compiled for valgrind's drd, which follows POSIX calls: an exchange or a
+// store then tells it what it orders.
 #pragma once
 
 #include <valgrind/drd.h>
@@ -18,3 +18,5 @@ Word ordered_exchange(volatile Word* word, Word value, int order) {
     return previous;
 }
 #define __atomic_exchange_n(word, value, order) ordered_exchange(word, value, order)
+// It takes plain stores for races, exchanges not.
+#define __atomic_store_n(word, value, order) ordered_exchange(word, value, order)
