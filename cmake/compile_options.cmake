@@ -7,7 +7,9 @@ add_library(vlrcomn_options INTERFACE)
 if(is_main_project)
     target_compile_options(vlrcomn_options INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wformat=2 -Wundef
-        $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wno-missing-field-initializers>)
+        $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wno-missing-field-initializers>
+        # Who uses what a lock guards holds it: support/thread_annotations.h.
+        $<$<COMPILE_LANG_AND_ID:CXX,Clang,AppleClang>:-Wthread-safety>)
 endif()
 target_compile_options(vlrcomn_options INTERFACE $<$<BOOL:${VLRCOMN_WARNINGS_AS_ERRORS}>:-Werror>)
 target_compile_definitions(vlrcomn_options INTERFACE _FILE_OFFSET_BITS=64)

@@ -1,6 +1,5 @@
 #include "vlrcomn/system_log.h"
 
-#include <pthread.h>
 #include <syslog.h>
 
 #include <cerrno>
@@ -16,7 +15,7 @@ constexpr const char default_tag[] = "[QEL]";
 
 // The C library has one tag for the process: held from the opening of the log to its closing, so that no other
 // message changes it in between.
-pthread_mutex_t one_message = PTHREAD_MUTEX_INITIALIZER;
+support::Mutex one_message;
 
 int system_level(SyslogPriority priority) {
     switch (priority) {
@@ -32,6 +31,15 @@ int system_level(SyslogPriority priority) {
     return LOG_INFO;
 }
 
+[[gnu::format(printf, 3, 0)]] void write_message(int level, const char* ident, const char* format,
+                                                 std::va_list arguments, int error)
+    VLRCOMN_REQUIRES(one_message) {
+    openlog(ident, LOG_CONS | LOG_NDELAY, LOG_USER);
+    errno = error;  // what "%m" stands for
+    vsyslog(level, format, arguments);
+    closelog();
+}
+
 }  // namespace
 
 int vLogInSystemLog(int level, const char* ident, const char* format, std::va_list arguments) {
@@ -42,10 +50,7 @@ int vLogInSystemLog(int level, const char* ident, const char* format, std::va_li
     const int error = errno;
     const support::CancellationOff cancellation_off;
     const support::MutexGuard lock(one_message);
-    openlog(ident, LOG_CONS | LOG_NDELAY, LOG_USER);
-    errno = error;  // what "%m" stands for
-    vsyslog(level, format, arguments);
-    closelog();
+    write_message(level, ident, format, arguments, error);
     return 1;
 }
 

@@ -13,7 +13,7 @@
 namespace velora_com::qel::files {
 
 SearchSlot pDirEntTable[ORU_MAX_SEARCHES];
-pthread_mutex_t MutexDirEnt = PTHREAD_MUTEX_INITIALIZER;
+support::Mutex MutexDirEnt;
 
 namespace {
 

@@ -1,14 +1,15 @@
 // The slots of the open directory searches.
 #pragma once
 
-#include <pthread.h>
-
 #include "support/owners.h"
 #include "vlrcomn/file.h"
 
 namespace velora_com::qel::files {
 
 constexpr size_t search_text_size = 260;  // of a directory or a pattern, terminator included
+
+// Guards the choice of a free slot; nothing but that slot's mutex is taken under it.
+extern support::Mutex MutexDirEnt;
 
 struct SearchEntry {
     support::Directory stream;
@@ -19,13 +20,11 @@ struct SearchEntry {
 // One lock for each datum. Only a taken slot holds a search; it is emptied before it is given back. Who reads
 // on keeps the slot's mutex, so that a search that is closed meanwhile is freed after the reading.
 struct SearchSlot {
-    bool taken = false;            // guarded by MutexDirEnt
-    SearchEntry* entry = nullptr;  // guarded by `mutex`
-    pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
+    bool taken VLRCOMN_GUARDED_BY(MutexDirEnt) = false;
+    SearchEntry* entry VLRCOMN_GUARDED_BY(mutex) VLRCOMN_PT_GUARDED_BY(mutex) = nullptr;
+    support::Mutex mutex;
 };
 
 extern SearchSlot pDirEntTable[ORU_MAX_SEARCHES];
-// Guards the choice of a free slot; nothing but that slot's mutex is taken under it.
-extern pthread_mutex_t MutexDirEnt;
 
 }  // namespace velora_com::qel::files

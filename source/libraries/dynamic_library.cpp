@@ -27,7 +27,8 @@ void set_message(LocalMessage& message, const char* text) {
 }
 
 // Loads a library that has no entry yet into `slot`.
-void* load_into(LibraryEntry** slot, const char* path, LocalMessage& message) {
+void* load_into(LibraryEntry** slot, const char* path, LocalMessage& message)
+    VLRCOMN_REQUIRES(MutexDynamicLibraryList) {
     std::unique_ptr<LibraryEntry> entry(new (std::nothrow) LibraryEntry{});
     if (!entry) {
         note_error(ENOMEM);
@@ -46,7 +47,6 @@ void* load_into(LibraryEntry** slot, const char* path, LocalMessage& message) {
         set_message(message, "dllmain returned false");
         return nullptr;  // it stays loaded: its code may already run in a thread
     }
-    entry->references = 1;
     std::memcpy(entry->name, path, std::min(std::strlen(path), sizeof entry->name));
     publish_library(slot, std::move(entry));
     return module;

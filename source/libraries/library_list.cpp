@@ -11,15 +11,12 @@
 namespace velora_com::qel::libraries {
 
 LibraryEntry* pDynamicLibraryList[ORU_MAX_LIBRARIES];
-pthread_mutex_t MutexDynamicLibraryList = PTHREAD_MUTEX_INITIALIZER;
+support::Mutex slots_mutex;
+support::Mutex MutexDynamicLibraryList;
 
 namespace {
 
 using support::MutexGuard;
-
-// Guards the slots and what their entries say. Taken last and held over no call out, so that an entry point
-// may use what takes no more than this.
-pthread_mutex_t slots_mutex = PTHREAD_MUTEX_INITIALIZER;
 
 // Who holds the list's mutex. The flag is set after the holder: a thread that reads its own name behind a
 // set flag is the holder, since nobody else writes that name.
@@ -27,16 +24,16 @@ std::atomic<bool> list_is_held{false};
 std::atomic<pthread_t> list_holder{};
 static_assert(std::atomic<pthread_t>::is_always_lock_free);
 
-LibraryEntry* abandoned;  // guarded by the list's mutex
+LibraryEntry* abandoned VLRCOMN_GUARDED_BY(MutexDynamicLibraryList);
 
 template <typename Predicate>
-LibraryEntry** find_slot(Predicate predicate) {
+LibraryEntry** find_slot(Predicate predicate) VLRCOMN_REQUIRES(slots_mutex) {
     LibraryEntry** const slot =
         std::find_if(std::begin(pDynamicLibraryList), std::end(pDynamicLibraryList), predicate);
     return slot != std::end(pDynamicLibraryList) ? slot : nullptr;
 }
 
-LibraryEntry** slot_of(void* module) {
+LibraryEntry** slot_of(void* module) VLRCOMN_REQUIRES(slots_mutex) {
     return find_slot([=](const LibraryEntry* entry) { return entry && entry->module == module; });
 }
 
@@ -47,8 +44,10 @@ bool held_by_this_thread() {
 
 }  // namespace
 
-LibraryListHold::LibraryListHold() {
-    if (held_by_this_thread() || pthread_mutex_lock(&MutexDynamicLibraryList) != 0) {
+// Neither is analysed: a hold may be refused.
+
+LibraryListHold::LibraryListHold() VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
+    if (held_by_this_thread() || !MutexDynamicLibraryList.lock()) {
         return;
     }
     list_holder.store(pthread_self(), std::memory_order_relaxed);
@@ -56,10 +55,10 @@ LibraryListHold::LibraryListHold() {
     held_ = true;
 }
 
-LibraryListHold::~LibraryListHold() {
+LibraryListHold::~LibraryListHold() VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
     if (held_) {
         list_is_held.store(false, std::memory_order_release);
-        pthread_mutex_unlock(&MutexDynamicLibraryList);
+        MutexDynamicLibraryList.unlock();
     }
 }
 
@@ -80,6 +79,7 @@ void* reference_library(const char* path, LibraryEntry**& free_slot) {
 
 void publish_library(LibraryEntry** slot, std::unique_ptr<LibraryEntry> entry) {
     const MutexGuard lock(slots_mutex);
+    entry->references = 1;
     *slot = entry.release();
 }
 

@@ -2,35 +2,38 @@
 // the slots.
 #pragma once
 
-#include <pthread.h>
-
 #include <cstdint>
 #include <memory>
 
+#include "support/mutex.h"
 #include "vlrcomn/dynamic_library.h"
 
 namespace velora_com::qel::libraries {
 
 constexpr size_t library_name_size = 260;
 
+// Guards the slots and what their entries say. Taken last and held over no call out, so that an entry point
+// may use what takes no more than this.
+extern support::Mutex slots_mutex;
+
 struct LibraryEntry {
     char name[library_name_size];  // without a terminator when the path is longer than 259
     void* module;
-    oruDllMain entry_point;         // null when the library has none
-    int32_t references;             // guarded by the slots' lock
-    int32_t thread_calls_disabled;  // guarded by the slots' lock
-    LibraryEntry* next_abandoned;   // see abandon()
+    oruDllMain entry_point;  // null when the library has none
+    int32_t references VLRCOMN_GUARDED_BY(slots_mutex);
+    int32_t thread_calls_disabled VLRCOMN_GUARDED_BY(slots_mutex);
+    LibraryEntry* next_abandoned;  // see abandon()
 };
 
-extern LibraryEntry* pDynamicLibraryList[ORU_MAX_LIBRARIES];  // guarded by the slots' lock
-extern pthread_mutex_t MutexDynamicLibraryList;
+extern LibraryEntry* pDynamicLibraryList[ORU_MAX_LIBRARIES] VLRCOMN_GUARDED_BY(slots_mutex);
+extern support::Mutex MutexDynamicLibraryList;
 
 // The list's mutex, held through constructors, destructors and entry points, which may come back: a thread
 // that holds the list already does not get it again. Cancellation has to be off in the scope.
-class LibraryListHold {
+class VLRCOMN_SCOPED_CAPABILITY LibraryListHold {
 public:
-    LibraryListHold();
-    ~LibraryListHold();
+    LibraryListHold() VLRCOMN_ACQUIRE(MutexDynamicLibraryList);
+    ~LibraryListHold() VLRCOMN_RELEASE();
     LibraryListHold(const LibraryListHold&) = delete;
     LibraryListHold& operator=(const LibraryListHold&) = delete;
 
@@ -44,7 +47,7 @@ private:
 // not loaded (as under a null path). `free_slot` receives the lowest empty slot, null when there is none.
 void* reference_library(const char* path, LibraryEntry**& free_slot);
 
-// Fills an empty slot.
+// Fills an empty slot. The entry has one reference then.
 void publish_library(LibraryEntry** slot, std::unique_ptr<LibraryEntry> entry);
 
 // Whether a library has this module handle.
@@ -58,7 +61,7 @@ LibraryEntry** release_reference(void* module, bool& last);
 std::unique_ptr<LibraryEntry> withdraw_library(LibraryEntry** slot);
 
 // Keeps the memory of an entry whose library could not be opened until the process ends, within reach, so that
-// no leak is reported. The list has to be held.
-void abandon(std::unique_ptr<LibraryEntry> entry);
+// no leak is reported.
+void abandon(std::unique_ptr<LibraryEntry> entry) VLRCOMN_REQUIRES(MutexDynamicLibraryList);
 
 }  // namespace velora_com::qel::libraries

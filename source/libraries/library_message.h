@@ -1,8 +1,6 @@
 // The texts in which the functions of dynamic_library.h explain a failure.
 #pragma once
 
-#include <pthread.h>
-
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
@@ -48,7 +46,7 @@ private:
 
     Character text_[ORU_LIBRARY_MESSAGE_SIZE] = {};
     std::atomic<bool> filled_{false};
-    pthread_mutex_t mutex_ = PTHREAD_MUTEX_INITIALIZER;
+    support::Mutex mutex_;  // of writers alone: text_ is read without it
 };
 
 }  // namespace velora_com::qel::libraries

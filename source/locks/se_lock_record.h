@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "locks/spin_word.h"
 #include "vlrcomn/linked_list.h"
 #include "vlrcomn/se_lock.h"
 
@@ -28,14 +29,21 @@ enum Transition : uint32_t {
 // Free: count 0, no owner. Exclusive: an owner, and its depth as the count. Shared: no owner, and the
 // number of holds as the count.
 struct orSELock {
-    volatile int32_t spin;     // 0 free, 1 held; guards the rest
-    uintptr_t owner;           // identity of the exclusive owner, or ORSO_NO_THREAD
-    int32_t count;             // holds
-    orLLItem* shared_waiters;  // Waiter records for shared access, latest first
-    orLLItem* writers;         // Waiter records for exclusive access, latest first
-    orLLItem* notifications;   // Notification records, latest first
-    uint32_t owner_process;    // process of the latest exclusive grant
-    uint32_t last_transition;  // a velora_com::qel::locks::Transition
+    velora_com::qel::locks::SpinWord spin;
+    // Identity of the exclusive owner, or ORSO_NO_THREAD.
+    uintptr_t owner VLRCOMN_GUARDED_BY(spin);
+    // Holds.
+    int32_t count VLRCOMN_GUARDED_BY(spin);
+    // Waiter records for shared access, latest first.
+    orLLItem* shared_waiters VLRCOMN_GUARDED_BY(spin);
+    // Waiter records for exclusive access, latest first.
+    orLLItem* writers VLRCOMN_GUARDED_BY(spin);
+    // Notification records, latest first.
+    orLLItem* notifications VLRCOMN_GUARDED_BY(spin);
+    // Process of the latest exclusive grant.
+    uint32_t owner_process VLRCOMN_GUARDED_BY(spin);
+    // A velora_com::qel::locks::Transition.
+    uint32_t last_transition VLRCOMN_GUARDED_BY(spin);
 };
 
 static_assert(sizeof(void*) != 4 || sizeof(orSELock) == 32, "eight words on a 32-bit host");

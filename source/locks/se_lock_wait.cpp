@@ -46,7 +46,7 @@ bool take_grant(Waiter& waiter) {
 }
 
 // A writer that leaves its queue may have been the last that kept readers waiting.
-void admit_readers(orSELock& lock) {
+void admit_readers(orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
     if (lock.writers == nullptr && lock.owner == ORSO_NO_THREAD) {
         grant_to_shared_waiters(lock);
     }

@@ -11,13 +11,14 @@ namespace velora_com::qel::locks {
 // waits until it has been let in: 1. It is 0 at once when the thread does not want to wait or, not being
 // attached, has no event that could wake it. Only cancellation ends the sleep otherwise: the thread is then
 // no longer queued and holds nothing. Apart from its callers, which take a free lock the faster for it.
-[[gnu::noinline]] int wait_in_queue(orSELock& lock, orLLItem*& queue, int wait);
+[[gnu::noinline]] int wait_in_queue(orSELock& lock, orLLItem*& queue, int wait)
+    VLRCOMN_RELEASE(lock.spin);
 
 // Takes the first waiter out of a queue and wakes it; the lock's fields already name it as a holder.
 // Under the spin word.
 void wake_first(orLLItem*& queue);
 
-// Makes every queued reader a holder. Under the spin word, of a lock without owner.
-void grant_to_shared_waiters(orSELock& lock);
+// Makes every queued reader a holder. Of a lock without owner.
+void grant_to_shared_waiters(orSELock& lock) VLRCOMN_REQUIRES(lock.spin);
 
 }  // namespace velora_com::qel::locks

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "support/thread_annotations.h"
+
 namespace velora_com::qel::locks {
 
 constexpr int32_t spin_free = 0;
@@ -33,28 +35,31 @@ inline void release_spin(volatile int32_t& spin) {
     __atomic_store_n(&spin, spin_free, __ATOMIC_RELEASE);
 }
 
+// A spin word that clang's analysis knows as a lock. Without constructors: memory of zeros is a free one.
+struct VLRCOMN_CAPABILITY("spin word") SpinWord {
+    volatile int32_t word;
+
+    void lock() VLRCOMN_ACQUIRE() { take_spin(word); }
+    void lock_contended() VLRCOMN_ACQUIRE() { take_contended_spin(word); }
+    bool try_lock() VLRCOMN_TRY_ACQUIRE(true) { return try_to_take_spin(word); }
+    void unlock() VLRCOMN_RELEASE() { release_spin(word); }
+};
+
 // Holds a spin word while it lives. The scope must not contain a cancellation point: where the system
 // runs no destructors for a cancelled thread the word would stay held for ever.
-class SpinGuard {
+class VLRCOMN_SCOPED_CAPABILITY SpinGuard {
 public:
     struct Held {};
 
-    explicit SpinGuard(volatile int32_t& spin) : spin_(&spin) { take_spin(spin); }
-    // For a word that another guard has passed on.
-    SpinGuard(volatile int32_t& spin, Held) : spin_(&spin) {}
-    ~SpinGuard() {
-        if (spin_ != nullptr) {
-            release_spin(*spin_);
-        }
-    }
+    explicit SpinGuard(SpinWord& spin) VLRCOMN_ACQUIRE(spin) : spin_(spin) { spin.lock(); }
+    // For a word that the thread holds already.
+    SpinGuard(SpinWord& spin, Held) VLRCOMN_REQUIRES(spin) : spin_(spin) {}
+    ~SpinGuard() VLRCOMN_RELEASE() { spin_.unlock(); }
     SpinGuard(const SpinGuard&) = delete;
     SpinGuard& operator=(const SpinGuard&) = delete;
 
-    // Leaves the word held, for another guard to give back.
-    void pass_on() { spin_ = nullptr; }
-
 private:
-    volatile int32_t* spin_;
+    SpinWord& spin_;
 };
 
 }  // namespace velora_com::qel::locks

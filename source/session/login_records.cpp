@@ -12,13 +12,17 @@ namespace velora_com::qel::session {
 namespace {
 
 // Guards the process's record cursor.
-pthread_mutex_t cursor_mutex = PTHREAD_MUTEX_INITIALIZER;
+support::Mutex cursor_mutex;
 
 // One walk over the database. It ends the database before it begins: on Mac OS X 10.4 setutxent only
 // seeks, and the stream of a process that is not root goes on with the bytes that it has read before.
 struct Walk {
-    Walk() { endutxent(); }
-    ~Walk() { setutxent(); }
+    Walk() VLRCOMN_REQUIRES(cursor_mutex) { endutxent(); }
+    ~Walk() VLRCOMN_REQUIRES(cursor_mutex) { setutxent(); }
+    Walk(const Walk&) = delete;
+    Walk& operator=(const Walk&) = delete;
+
+    static const utmpx* next() VLRCOMN_REQUIRES(cursor_mutex) { return getutxent(); }
 };
 
 // A field of the record, which ends at its terminator or, without one, with the field.
@@ -38,7 +42,7 @@ std::vector<LoginRecord> login_records() {
     const support::CancellationOff uncancelled;
     const support::MutexGuard guard(cursor_mutex);
     const Walk walk;
-    while (const utmpx* entry = getutxent()) {
+    while (const utmpx* entry = Walk::next()) {
         records.push_back({entry->ut_type, field_text(entry->ut_id), field_text(entry->ut_user),
                            field_text(entry->ut_line)});
     }

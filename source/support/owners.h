@@ -15,6 +15,8 @@
 #include <memory>
 #include <utility>
 
+#include "support/mutex.h"
+
 namespace velora_com::qel::support {
 
 // Keeps errno as it was through a scope.
@@ -104,19 +106,20 @@ using InterfaceAddresses = std::unique_ptr<ifaddrs, Releaser<&::freeifaddrs>>;
 using AddressInfo = std::unique_ptr<addrinfo, Releaser<&::freeaddrinfo>>;
 using LoadedLibrary = std::unique_ptr<void, Releaser<&::dlclose>>;
 
-// Holds a POSIX mutex for a scope. Where a thread may be cancelled inside the scope, a POSIX clean-up
-// handler has to unlock the mutex instead: cancellation need not run destructors.
-class MutexGuard {
+// Holds a POSIX mutex for a scope, unseen by clang's analysis: for a mutex that has to be of the system's type.
+// Where a thread may be cancelled inside the scope, a POSIX clean-up handler has to unlock the mutex instead:
+// cancellation need not run destructors.
+class UncheckedMutexGuard {
 public:
-    explicit MutexGuard(pthread_mutex_t& mutex) noexcept
+    explicit UncheckedMutexGuard(pthread_mutex_t& mutex) noexcept
         : mutex_(mutex), held_(pthread_mutex_lock(&mutex) == 0) {}
-    ~MutexGuard() {
+    ~UncheckedMutexGuard() {
         if (held_) {
             pthread_mutex_unlock(&mutex_);
         }
     }
-    MutexGuard(const MutexGuard&) = delete;
-    MutexGuard& operator=(const MutexGuard&) = delete;
+    UncheckedMutexGuard(const UncheckedMutexGuard&) = delete;
+    UncheckedMutexGuard& operator=(const UncheckedMutexGuard&) = delete;
 
     // False when the mutex could not be locked.
     explicit operator bool() const noexcept { return held_; }
@@ -129,6 +132,22 @@ public:
 private:
     pthread_mutex_t& mutex_;
     bool held_;
+};
+
+// The same for a Mutex, with the analysis. That takes a guard for holding even where it could not lock: who
+// can refuse his caller asks the guard.
+class VLRCOMN_SCOPED_CAPABILITY MutexGuard {
+public:
+    explicit MutexGuard(Mutex& mutex) noexcept VLRCOMN_ACQUIRE(mutex) : guard_(*mutex.native()) {}
+    ~MutexGuard() VLRCOMN_RELEASE() = default;
+    MutexGuard(const MutexGuard&) = delete;
+    MutexGuard& operator=(const MutexGuard&) = delete;
+
+    explicit operator bool() const noexcept { return static_cast<bool>(guard_); }
+    bool unlock() noexcept VLRCOMN_RELEASE() { return guard_.unlock(); }
+
+private:
+    UncheckedMutexGuard guard_;
 };
 
 }  // namespace velora_com::qel::support

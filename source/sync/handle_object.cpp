@@ -9,12 +9,13 @@ namespace velora_com::qel::sync {
 
 void HandleRecordDeleter::operator()(oruHandle record) const noexcept {
     support::ErrnoKeeper keeper;
-    pthread_mutex_destroy(&record->mutex);
+    pthread_mutex_destroy(record->mutex.native());
     pthread_cond_destroy(&record->cond);
     delete record;
 }
 
-HandleRecordOwner make_handle_record(int32_t kind) noexcept {
+// Not analysed: nobody else knows the record yet.
+HandleRecordOwner make_handle_record(int32_t kind) noexcept VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
     std::unique_ptr<_oruHandleObject_t> record(new (std::nothrow) _oruHandleObject_t{});
     if (!record) {
         note_error(ENOMEM);
@@ -26,7 +27,7 @@ HandleRecordOwner make_handle_record(int32_t kind) noexcept {
     if (pthread_cond_init(&record->cond, nullptr) != 0) {
         return nullptr;
     }
-    if (pthread_mutex_init(&record->mutex, nullptr) != 0) {
+    if (pthread_mutex_init(record->mutex.native(), nullptr) != 0) {
         pthread_cond_destroy(&record->cond);
         return nullptr;
     }

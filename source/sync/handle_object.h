@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "support/mutex.h"
 #include "vlrcomn/handle.h"
 
 namespace velora_com::qel::sync {
@@ -22,12 +23,12 @@ struct _oruHandleObject_t {
     // null.
     void* pData;
     int32_t nType;  // ORU_KIND_...
-    uint32_t nRefCount;
+    uint32_t nRefCount VLRCOMN_GUARDED_BY(mutex);
     // Event set, thread ended, mutex free. Written under `mutex`, but by an ending thread just
-    // before it locks `mutex`.
+    // before it locks `mutex`, and looked at without it.
     velora_com::qel::sync::SignalWord bSignalled;
-    pthread_cond_t cond;    // broadcast whenever bSignalled becomes 1
-    pthread_mutex_t mutex;  // guards bSignalled and nRefCount
+    pthread_cond_t cond;  // broadcast whenever bSignalled becomes 1
+    velora_com::qel::support::Mutex mutex;
     // Thread that has not ended: the cell of its start block that tells it where to signal its end.
     // Null otherwise. Guarded by the lock of thread_end.h, not by `mutex`.
     velora_com::qel::sync::SignalWord** ppThreadSignalled;

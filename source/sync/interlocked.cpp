@@ -6,8 +6,8 @@
 
 namespace velora_com::qel::sync {
 
-pthread_mutex_t MutexInterlockedLong = PTHREAD_MUTEX_INITIALIZER;
-pthread_mutex_t MutexInterlockedExchange = PTHREAD_MUTEX_INITIALIZER;
+support::Mutex MutexInterlockedLong;
+support::Mutex MutexInterlockedExchange;
 
 }  // namespace velora_com::qel::sync
 
@@ -21,7 +21,7 @@ namespace {
 int32_t load(const volatile int32_t* word) {
     return __atomic_load_n(word, __ATOMIC_ACQUIRE);
 }
-void store(volatile int32_t* word, int32_t value) {
+void store(volatile int32_t* word, int32_t value) VLRCOMN_REQUIRES(MutexInterlockedLong) {
     __atomic_store_n(word, value, __ATOMIC_RELEASE);
 }
 

@@ -2,11 +2,11 @@
 // one is not held off while an exchange runs.
 #pragma once
 
-#include <pthread.h>
+#include "support/mutex.h"
 
 namespace velora_com::qel::sync {
 
-extern pthread_mutex_t MutexInterlockedLong;      // increments and decrements
-extern pthread_mutex_t MutexInterlockedExchange;  // exchanges
+extern support::Mutex MutexInterlockedLong;      // increments and decrements
+extern support::Mutex MutexInterlockedExchange;  // exchanges
 
 }  // namespace velora_com::qel::sync

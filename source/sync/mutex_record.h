@@ -6,8 +6,11 @@
 namespace velora_com::qel::sync {
 
 struct MutexRecord {
-    pthread_mutex_t inner;  // the mutex proper: whoever holds it owns the handle's mutex
-    pthread_t owner;  // meaningful while bSignalled is 0; guarded by the handle record's mutex
+    // The mutex proper: whoever holds it owns the handle's mutex. Held from one call to another, which no
+    // analysis follows.
+    pthread_mutex_t inner;
+    // Meaningful while bSignalled is 0. Guarded by the mutex of the handle's record, which is not in sight here.
+    pthread_t owner;
 };
 
 }  // namespace velora_com::qel::sync

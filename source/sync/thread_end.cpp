@@ -12,8 +12,9 @@ namespace {
 // a closing either redirects an end that has not begun, or learns that the ending thread has got hold
 // of the record's mutex and will touch the record no more once it gives that back. Always taken before
 // a record's mutex, never inside one, and released before anyone is woken, so that a woken thread does not
-// wait for it.
-pthread_mutex_t end_or_close = PTHREAD_MUTEX_INITIALIZER;
+// wait for it. ppThreadSignalled bears no annotation: it is filled without the lock before the thread starts,
+// and the cell that it names lies in the thread's own block.
+support::Mutex end_or_close;
 
 }  // namespace
 

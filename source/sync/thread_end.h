@@ -12,7 +12,7 @@ extern SignalWord bDummyThreadSignalled;
 
 // What a new thread needs; freed by its end.
 struct StartBlock {
-    pthread_mutex_t* mutex;
+    support::Mutex* mutex;
     pthread_cond_t* cond;
     SignalWord* signal;  // the record's bSignalled; bDummyThreadSignalled once the handle is closed
     oruThreadRoutine routine;

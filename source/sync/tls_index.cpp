@@ -11,15 +11,13 @@ namespace velora_com::qel::sync {
 KeyWord pTlsKeyTable[ORU_TLS_INDICES];
 uint32_t nTlsOwnerTable[ORU_TLS_INDICES];
 KeyWord kept_key;
+support::Mutex tables_lock;
 
 namespace {
 
 using support::MutexGuard;
 
-// Guards changes of the tables, and the use of a key for storing. Taken last.
-pthread_mutex_t tables_lock = PTHREAD_MUTEX_INITIALIZER;
-
-uint32_t kept_index;  // meaningful while kept_key is not 0; guarded by the lock above
+uint32_t kept_index VLRCOMN_GUARDED_BY(tables_lock);  // meaningful while kept_key is not 0
 
 uintptr_t word_of(uint32_t index) noexcept {
     return __builtin_expect(index < ORU_TLS_INDICES, 1)
@@ -35,9 +33,7 @@ uint32_t process_id() noexcept {
     return static_cast<uint32_t>(getpid());
 }
 
-// What follows is called with the tables locked.
-
-uint32_t alloc_index() noexcept {
+uint32_t alloc_index() noexcept VLRCOMN_REQUIRES(tables_lock) {
     for (uint32_t index = 0; index < ORU_TLS_INDICES; ++index) {
         if (word_of(index) == 0) {
             pthread_key_t key;
@@ -54,7 +50,7 @@ uint32_t alloc_index() noexcept {
 }
 
 // Frees an index; false when it is not in use, or when the system keeps the key.
-bool free_index(uint32_t index) noexcept {
+bool free_index(uint32_t index) noexcept VLRCOMN_REQUIRES(tables_lock) {
     const uintptr_t word = word_of(index);
     if (word == 0) {
         note_error(EINVAL);
@@ -69,7 +65,7 @@ bool free_index(uint32_t index) noexcept {
 }
 
 // A key freed meanwhile could already be somebody else's, whose value would be lost.
-bool store_value(uintptr_t word, void* value) noexcept {
+bool store_value(uintptr_t word, void* value) noexcept VLRCOMN_REQUIRES(tables_lock) {
     if (word == 0) {
         note_error(EINVAL);
         return false;

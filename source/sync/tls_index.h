@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdint>
 
+#include "support/mutex.h"
 #include "vlrcomn/thread.h"
 
 namespace velora_com::qel::sync {
@@ -17,9 +18,11 @@ using KeyWord = std::atomic<uintptr_t>;
 // take no lock, and a word is never freed under them.
 extern KeyWord pTlsKeyTable[ORU_TLS_INDICES];
 
-// The process that allocated each index, or 0 when it is free. Guarded by the lock of
-// tls_index.cpp.
-extern uint32_t nTlsOwnerTable[ORU_TLS_INDICES];
+// Guards changes of the tables, and the use of a key for storing. Taken last.
+extern support::Mutex tables_lock;
+
+// The process that allocated each index, or 0 when it is free.
+extern uint32_t nTlsOwnerTable[ORU_TLS_INDICES] VLRCOMN_GUARDED_BY(tables_lock);
 
 // Frees every index that this process allocated.
 void free_tls_indices_of_process() noexcept;

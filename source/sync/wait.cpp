@@ -46,11 +46,12 @@ std::optional<timespec> deadline_after(uint32_t milliseconds) {
 // held before and after; a clean-up handler unlocks it when the thread is cancelled, since
 // cancellation need not run destructors. For the same reason no guard object may own the mutex
 // around this call: where destructors do run, both would unlock.
-int sleep_on(_oruHandleObject_t& record, const std::optional<timespec>& deadline) {
+int sleep_on(_oruHandleObject_t& record, const std::optional<timespec>& deadline)
+    VLRCOMN_REQUIRES(record.mutex) {
     int error = 0;
-    pthread_cleanup_push(unlock_record, &record.mutex);
-    error = deadline ? pthread_cond_timedwait(&record.cond, &record.mutex, &*deadline)
-                     : pthread_cond_wait(&record.cond, &record.mutex);
+    pthread_cleanup_push(unlock_record, record.mutex.native());
+    error = deadline ? pthread_cond_timedwait(&record.cond, record.mutex.native(), &*deadline)
+                     : pthread_cond_wait(&record.cond, record.mutex.native());
     pthread_cleanup_pop(0);
     return error;
 }
@@ -62,7 +63,7 @@ bool is_signalled(const _oruHandleObject_t& record) {
 
 // Takes what needs no sleep, with the record's mutex held: 0 when the object is signalled, and then a mutex
 // is the calling thread's; EBUSY when it is not; or what went wrong.
-inline int try_object(_oruHandleObject_t& record) {
+inline int try_object(_oruHandleObject_t& record) VLRCOMN_REQUIRES(record.mutex) {
     if (!is_signalled(record)) {
         return EBUSY;
     }
@@ -81,7 +82,8 @@ inline int try_object(_oruHandleObject_t& record) {
 
 // Sleeps for an object that is not signalled, with the record's mutex held. Apart from its caller, which
 // is the shorter for it.
-[[gnu::noinline]] uint32_t sleep_for_object(_oruHandleObject_t& record, uint32_t milliseconds) {
+[[gnu::noinline]] uint32_t sleep_for_object(_oruHandleObject_t& record, uint32_t milliseconds)
+    VLRCOMN_REQUIRES(record.mutex) {
     if (milliseconds == 0) {
         return ORU_WAIT_TIMEOUT;
     }
@@ -120,14 +122,14 @@ bool can_be_waited_for(oruHandle handle) {
 }
 
 uint32_t take_or_sleep(_oruHandleObject_t& record, uint32_t milliseconds) {
-    if (pthread_mutex_lock(&record.mutex) != 0) {
+    if (!record.mutex.lock()) {
         return ORU_WAIT_FAILED;
     }
     uint32_t result = ORU_WAIT_SIGNALLED;
     if (const int error = try_object(record); error != 0) {
         result = error == EBUSY ? sleep_for_object(record, milliseconds) : ORU_WAIT_FAILED;
     }
-    const bool unlocked = pthread_mutex_unlock(&record.mutex) == 0;
+    const bool unlocked = record.mutex.unlock();
     return result == ORU_WAIT_SIGNALLED && !unlocked ? ORU_WAIT_FAILED : result;
 }
 

@@ -1,6 +1,5 @@
 // The machine's names.
 #include <netdb.h>
-#include <pthread.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
@@ -17,13 +16,18 @@ namespace velora_com::qel::sysprops {
 
 namespace {
 
-// The official name under which the resolver knows `host`. Its answer is one record for the whole
-// process, hence the lock.
+// The resolver's answer is one record for the whole process: held until it has been copied.
+support::Mutex resolver_mutex;
+
+const hostent* ask_resolver(const char* host) VLRCOMN_REQUIRES(resolver_mutex) {
+    return gethostbyname(host);
+}
+
+// The official name under which the resolver knows `host`.
 std::optional<std::string> official_name(const char* host) {
-    static pthread_mutex_t resolver_mutex = PTHREAD_MUTEX_INITIALIZER;
     const support::CancellationOff uncancelled;
     const support::MutexGuard guard(resolver_mutex);
-    const hostent* const entry = gethostbyname(host);
+    const hostent* const entry = ask_resolver(host);
     return entry == nullptr ? std::nullopt : std::optional<std::string>(entry->h_name);
 }
 

@@ -1,6 +1,4 @@
 // The local address that the agent last used.
-#include <pthread.h>
-
 #include "support/boundary.h"
 #include "support/early_init.h"
 #include "support/owners.h"
@@ -15,7 +13,16 @@ std::wstring VLRCOMN_EARLY_INIT ISysProps::m_wstrLastKnownLocalIP;
 namespace {
 
 // Guards m_wstrLastKnownLocalIP. Nothing under it can be cancelled.
-pthread_mutex_t address_mutex = PTHREAD_MUTEX_INITIALIZER;
+support::Mutex address_mutex;
+
+// What the member of the public class, which bears no annotation, is used by.
+void exchange(std::wstring& kept, std::wstring& fresh) VLRCOMN_REQUIRES(address_mutex) {
+    kept.swap(fresh);
+}
+
+std::wstring copy_of(const std::wstring& kept) VLRCOMN_REQUIRES(address_mutex) {
+    return kept;
+}
 
 }  // namespace
 
@@ -24,14 +31,14 @@ void ISysProps::updateLocalIP(const std::wstring& address) {
     support::contained([&] {
         std::wstring copy = address;
         const support::MutexGuard guard(address_mutex);
-        m_wstrLastKnownLocalIP.swap(copy);
+        exchange(m_wstrLastKnownLocalIP, copy);
     });
 }
 
 std::wstring ISysProps::GetLastKnownLocalIP() {
     return text_or({}, [] {
         const support::MutexGuard guard(address_mutex);
-        return m_wstrLastKnownLocalIP;
+        return copy_of(m_wstrLastKnownLocalIP);
     });
 }
 

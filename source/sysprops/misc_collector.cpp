@@ -1,5 +1,3 @@
-#include <pthread.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -20,10 +18,10 @@ namespace {
 // by tzset alone, so that without the call the first report of a process would name no zone. This file's
 // own lock comes first, then the one under which the time functions change "TZ".
 std::optional<std::string> zone_name() {
-    static pthread_mutex_t own_mutex = PTHREAD_MUTEX_INITIALIZER;
+    static support::Mutex own_mutex;
     const support::CancellationOff uncancelled;
     const support::MutexGuard own_guard(own_mutex);
-    const support::MutexGuard time_guard(mutex);
+    const support::UncheckedMutexGuard time_guard(mutex);
     tzset();
     return tzname[0] == nullptr ? std::nullopt : std::optional<std::string>(tzname[0]);
 }

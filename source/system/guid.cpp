@@ -1,6 +1,5 @@
 #include "vlrcomn/guid.h"
 
-#include <pthread.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 // After sys/socket.h, as older systems need it.
@@ -23,8 +22,8 @@ timeval time_of_day() {
 }
 
 // A leaf lock: nothing is called out of the library while it is held.
-pthread_mutex_t generator_mutex = PTHREAD_MUTEX_INITIALIZER;
-system::GuidGenerator generator(time_of_day, std::rand);  // guarded by generator_mutex
+support::Mutex generator_mutex;
+system::GuidGenerator generator VLRCOMN_GUARDED_BY(generator_mutex)(time_of_day, std::rand);
 
 // Lists the interfaces, as the first GUID of a process always has; the list is not used.
 void list_interfaces() {

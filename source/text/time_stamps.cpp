@@ -74,7 +74,7 @@ std::string orumcomn_get_time_stamp_ansi() {
     std::optional<std::tm> time;
     {
         const support::CancellationOff no_cancellation;
-        const support::MutexGuard lock(mutex);
+        const support::UncheckedMutexGuard lock(mutex);
         time = now(localtime_r);
     }
     char text[80] = {};

@@ -11,6 +11,8 @@
 
 namespace velora_com::qel {
 
+// Of the system's type, as programs take it too, and over state of the C library, which bears no annotation:
+// the analysis has nothing to follow.
 pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
 
 namespace {
@@ -30,7 +32,7 @@ time_t vlrcomn_timegm(std::tm* time) {
         return -1;
     }
     const support::CancellationOff no_cancellation;
-    const support::MutexGuard lock(mutex);
+    const support::UncheckedMutexGuard lock(mutex);
     const time_t seconds = timegm(time);
     const char* const zone = std::getenv("TZ");
     if (zone != nullptr && !is_kept(zone)) {
@@ -44,7 +46,7 @@ bool vlrcomn_gettimezone(std::wstring& zone) {
     char name[max_zone_name + 1] = {};
     {
         const support::CancellationOff no_cancellation;
-        const support::MutexGuard lock(mutex);
+        const support::UncheckedMutexGuard lock(mutex);
         if (tzname[0] == nullptr) {
             return false;
         }

@@ -30,8 +30,11 @@ inline uint32_t wait_for(const Handle& handle, uint32_t milliseconds = ORU_INFIN
 }
 
 inline void expect_unlocked(const Handle& handle) {
-    EXPECT_EQ(pthread_mutex_trylock(&handle->mutex), 0);
-    pthread_mutex_unlock(&handle->mutex);
+    const bool free = handle->mutex.try_lock();
+    EXPECT_TRUE(free);
+    if (free) {
+        handle->mutex.unlock();
+    }
 }
 
 }  // namespace sync_test

@@ -104,7 +104,7 @@ class LockPrinter:
             waiting = sum(1 for _ in chain(self.lock[field]))
             if waiting:
                 parts.append(plural(waiting, word))
-        if int(self.lock["spin"]) != 0:
+        if int(self.lock["spin"]["word"]) != 0:
             parts.append("spin word taken: this may be changing")
         last = int(self.lock["last_transition"])
         return "SE lock, " + ", ".join(parts) + f" (last {TRANSITIONS.get(last, last)})"
