@@ -6,6 +6,7 @@
 
 #include "libraries/library_list.h"
 #include "support/fault_injection.h"
+#include "support/owners.h"
 #include "support/temporary_folder.h"
 #include "sync/error_word.h"
 #include "vlrcomn/thread.h"
@@ -24,6 +25,8 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using velora_com::qel::libraries::pDynamicLibraryList;
+using velora_com::qel::libraries::slots_mutex;
+using velora_com::qel::support::MutexGuard;
 using velora_com::qel::sync::nErrno;
 
 const std::string library = LOADED_LIBRARY;
@@ -134,7 +137,10 @@ TEST_F(Libraries, FiftyFillTheList) {
     EXPECT_EQ(nErrno, static_cast<uint32_t>(ENOMEM));
     EXPECT_EQ(oruFreeLibrary(modules[7]), 1);
     modules[7] = load(folder / "50");
-    EXPECT_NE(pDynamicLibraryList[7], nullptr) << "the lowest empty slot";
+    {
+        const MutexGuard lock(slots_mutex);
+        EXPECT_NE(pDynamicLibraryList[7], nullptr) << "the lowest empty slot";
+    }
     modules.pop_back();
     for (void* const module : modules) {
         EXPECT_EQ(oruFreeLibrary(module), 1);

@@ -174,6 +174,7 @@ TEST_F(LockedLists, AStackGivesTheLatestFirst) {
     EXPECT_FALSE(orSLL_IsEmpty(stack_));
     EXPECT_TRUE(orSLL_XRemoveHead(stack_) == &items[0] && !orSLL_XRemoveHead(stack_));
     EXPECT_EQ(orSLL_XGetHead(stack_, 1, 1), nullptr) << "empty, and held all the same";
+    const velora_com::qel::locks::SpinGuard guard(stack_->lock->spin);
     EXPECT_EQ(stack_->lock->owner, orSO_GetThread());
 }
 

@@ -23,6 +23,10 @@ protected:
     ~SELock() override { orSO_Release(lock_); }
 
     // Who holds the lock, looked at from outside.
+    uint32_t field(uint32_t orSELock::*member) {
+        const SpinGuard guard(lock_->spin);
+        return lock_->*member;
+    }
     std::string state() {
         const SpinGuard guard(lock_->spin);
         const char* const mode = lock_->owner != ORSO_NO_THREAD ? "exclusive " : "shared ";
@@ -59,7 +63,7 @@ TEST_F(SELock, GrantsAtOnceWhatTheModeAllows) {
     EXPECT_EQ(open_to(), "--+");
     orSO_SELockRelease(lock_);
     EXPECT_EQ(open_to(), "---");
-    EXPECT_EQ(lock_->owner_process, static_cast<uint32_t>(getpid()));
+    EXPECT_EQ(field(&orSELock::owner_process), static_cast<uint32_t>(getpid()));
     // Its owner may do everything, and has to release each hold.
     writer.run([&] {
         EXPECT_EQ(orSO_SELockExclusiveNotify(lock_, nullptr, 0, 0), 1);
@@ -87,7 +91,7 @@ TEST_F(SELock, LetsReadersInAtADowngradeAndElseTheLatestWriterFirst) {
     queue(other_reader, lock_, shared_past_writers);
     queue(second, lock_, exclusive);
     orSO_SELockExclusiveToShared(lock_);
-    EXPECT_EQ(lock_->last_transition, Transition::downgraded);
+    EXPECT_EQ(field(&orSELock::last_transition), Transition::downgraded);
     EXPECT_EQ(state(), "shared 3");
     for (int readers = 3; readers > 0; --readers) {
         orSO_SELockRelease(lock_);
@@ -96,7 +100,7 @@ TEST_F(SELock, LetsReadersInAtADowngradeAndElseTheLatestWriterFirst) {
     queue(other_reader, lock_, shared_behind_writers);
     for (Peer* writer : {&second, &first}) {
         writer->finish();
-        EXPECT_EQ(lock_->last_transition, Transition::handed_to_writer);
+        EXPECT_EQ(field(&orSELock::last_transition), Transition::handed_to_writer);
         orSO_SELockRelease(lock_);
     }
     EXPECT_EQ(state(), "shared 2");
