@@ -6,7 +6,9 @@ namespace velora_com::qel::support {
 // Leaves the shared parts of the processor to others for a moment, and spares it a wrong guess at the loop's
 // end. Nothing where the processor has no such hint; the home machine's run one thread each.
 inline void cpu_pause() noexcept {
-#if defined(__x86_64__) || defined(__i386__)
+#if defined(__POWERPC__)
+    // First of all: Mac headers without a branch for it are read as those of i386.
+#elif defined(__x86_64__) || defined(__i386__)
     __builtin_ia32_pause();
 #elif defined(__aarch64__)
     __asm__ __volatile__("yield");
