@@ -13,7 +13,7 @@
 
 #ifdef WITH_APR
 #include <apr_file_io.h>
-#include "apr_memory.h"
+#include "support/apr_memory.h"
 #endif
 #ifdef WITH_POCO
 #include <Poco/File.h>

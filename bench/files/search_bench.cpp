@@ -13,7 +13,7 @@
 #ifdef WITH_APR
 #include <apr_file_info.h>
 #include <apr_fnmatch.h>
-#include "apr_memory.h"
+#include "support/apr_memory.h"
 #endif
 #ifdef WITH_WINPR
 #include <winpr/file.h>

@@ -7,7 +7,7 @@
 
 #ifdef WITH_APR
 #include <apr_dso.h>
-#include "apr_memory.h"
+#include "support/apr_memory.h"
 #endif
 #ifdef WITH_GMODULE
 #include <gmodule.h>
