@@ -42,7 +42,7 @@ install(FILES ${PROJECT_BINARY_DIR}/vlrcomnConfig.cmake ${PROJECT_BINARY_DIR}/vl
 
 # What a program that is linked with the static library needs besides; pkg-config --static tells it.
 set(VLRCOMN_PC_PRIVATE_LIBRARIES "-pthread")
-foreach(library ${CMAKE_DL_LIBS} stdc++ c++ expat)
+foreach(library ${CMAKE_DL_LIBS} m stdc++ c++ expat)
     if(library IN_LIST CMAKE_DL_LIBS OR library IN_LIST CMAKE_CXX_IMPLICIT_LINK_LIBRARIES
        OR (library STREQUAL "expat" AND TARGET EXPAT::EXPAT))
         string(PREPEND VLRCOMN_PC_PRIVATE_LIBRARIES "-l${library} ")
