@@ -78,6 +78,8 @@ VLRCOMN_API std::wstring orumcomn_get_time_zone();
 VLRCOMN_API std::wstring orumcomn_get_language();
 /** When the properties were collected: now. @return the value of "LastUpdate" */
 VLRCOMN_API std::wstring orumcomn_get_last_update_time();
+/** When the system started, in seconds since 1970-01-01 UTC. @return the value of "BootTime" */
+VLRCOMN_API std::wstring orumcomn_get_boot_time();
 
 /** @name Placeholders on this platform
  * They collect nothing. The figures of each file system are in the second map of

@@ -100,6 +100,18 @@ extern VLRCOMN_API const std::wstring FreeDiskSpace_Key;
 extern VLRCOMN_API const std::wstring NumFileSystems_Key;
 /** @} */
 
+/** @name Names of additional properties
+ * Asked for with ISysProps::GetOneAdditionalProperty or by their functions; no report, record or category has
+ * them.
+ * @{ */
+/**
+ * "BootTime". When the system started: whole seconds since 1970-01-01 00:00:00 UTC in decimal, up to 64 bits
+ * wide; "N/A" when the system does not tell. Systems reckon it back from their clock, so that setting the
+ * clock moves it and a correction may by a second. A container reads that of its host.
+ */
+extern VLRCOMN_API const std::wstring BootTime_Key;
+/** @} */
+
 /** @name Words of the keys of one file system
  * A file system mounted on N has the two keys `FileSystem"N" Total_Disk_Space_in_MB` and
  * `FileSystem"N" Free_Disk_Space_in_MB`: first word, N between double quotes, one blank, last word.

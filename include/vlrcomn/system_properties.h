@@ -101,6 +101,17 @@ public:
      */
     std::wstring GetOneSystemProperty(const std::wstring& name);
 
+    /**
+     * Collects one property that is no part of the report: neither map has it, and no category claims it,
+     * so that GetOneSystemProperty reads it as empty. Only its own fact is asked for. Any thread may call
+     * this at any time.
+     *
+     * @param name "BootTime", compared exactly.
+     * @return The value, as property_keys.h describes it; "N/A" when it is not found or memory runs out;
+     * empty when there is no such addition.
+     */
+    static std::wstring GetOneAdditionalProperty(const std::wstring& name);
+
     /** @name One property of one category
      * Each runs its collector on the object's record, ignores the collector's result and returns
      * the field that carries the name; "N/A" when the name is not one of the category's. Names are

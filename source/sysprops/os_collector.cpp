@@ -9,6 +9,7 @@
 
 #include "platform/platform.h"
 #include "support/boundary.h"
+#include "sysprops/additional_properties.h"
 #include "sysprops/os_version_file.h"
 #include "vlrcomn/system_properties.h"
 
@@ -73,6 +74,11 @@ bool ISysProps::GetOSInformation(OSInformation& info) {
         info.wstrOSBitMode = bit_mode();
         return true;
     });
+}
+
+std::wstring boot_time_words() {
+    const std::optional<int64_t> seconds = platform::boot_time();
+    return seconds ? std::to_wstring(*seconds) : DefaultProp_Val;
 }
 
 }  // namespace velora_com::qel::sysprops

@@ -101,6 +101,9 @@ std::wstring orumcomn_get_language() {
 std::wstring orumcomn_get_last_update_time() {
     return property(sysprops::LastUpdate_Key);
 }
+std::wstring orumcomn_get_boot_time() {
+    return sysprops::ISysProps::GetOneAdditionalProperty(sysprops::BootTime_Key);
+}
 
 std::wstring orumcomn_get_file_system_name(int) {
     return not_available();

@@ -37,6 +37,9 @@ const std::wstring VLRCOMN_EARLY_INIT TotalDiskSpace_Key = L"TotalDiskSpace";
 const std::wstring VLRCOMN_EARLY_INIT FreeDiskSpace_Key = L"FreeDiskSpace";
 const std::wstring VLRCOMN_EARLY_INIT NumFileSystems_Key = L"NumberOfFileSystems";
 
+// Names of additional properties.
+const std::wstring VLRCOMN_EARLY_INIT BootTime_Key = L"BootTime";
+
 // Words of the keys of one file system.
 const std::wstring VLRCOMN_EARLY_INIT FileSystemName = L"FileSystem";
 const std::wstring VLRCOMN_EARLY_INIT FileSystemFreeSpace = L"Free_Disk_Space_in_MB";

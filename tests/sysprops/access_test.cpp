@@ -127,6 +127,21 @@ TEST_F(Access, EveryPropertyReadsTheSameHoweverItIsAskedFor) {
     }
 }
 
+TEST_F(Access, AdditionsStandBesideTheReport) {
+    script().boot_time = int64_t{1} << 40;
+    EXPECT_TRUE(properties.GetAllSystemProperties(report));
+    EXPECT_EQ(report.count(BootTime_Key), 0U);
+    EXPECT_EQ(properties.GetOneSystemProperty(BootTime_Key), L"");
+    EXPECT_FALSE(properties.IsOSProperty(BootTime_Key));
+    EXPECT_EQ(properties.GetOneAdditionalProperty(OSType_Key), L"");
+    script().asked = {};
+    EXPECT_EQ(properties.GetOneAdditionalProperty(L"BootTime"), L"1099511627776");
+    EXPECT_EQ(orumcomn_get_boot_time(), L"1099511627776");
+    EXPECT_EQ(script().asked, std::vector<std::string>(2, "boot_time")) << "and nothing else";
+    script() = {};
+    EXPECT_EQ(properties.GetOneAdditionalProperty(BootTime_Key), L"N/A");
+}
+
 TEST_F(Access, FileSystemsStandApartOrUnderComposedKeys) {
     EXPECT_TRUE(properties.GetAllSystemProperties(report, file_systems));
     EXPECT_EQ(file_systems,
