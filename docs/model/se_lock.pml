@@ -12,7 +12,8 @@
  *                           queue for one that is not owned only behind a writer; none after a downgrade
  *   recursion               the owner is let in at once in every mode, and releases as often
  *   notifications           called only when the lock is free, and never forgotten
- * What a thread does to plain fields under the spin word is one step, since no other thread can look;
+ * Looking whether a taken lock falls free, before queuing, is left out: it changes nothing, and a request that is
+ * made a moment later does the same. What a thread does to plain fields under the spin word is one step, since no other thread can look;
  * flags and events, which waiters do look at, change one by one.
  *
  * Faults that must be found:

@@ -10,12 +10,17 @@
 #include "locks/se_lock_wait.h"
 #include "locks/spin_word.h"
 #include "locks/thread_registry.h"
+#include "support/cpu_pause.h"
 #include "support/owners.h"
+#include "support/watch.h"
 
 namespace {
 
 using namespace velora_com::qel::locks;
 using velora_com::qel::support::CancellationOff;
+using velora_com::qel::support::cpu_pause;
+using velora_com::qel::support::has_several_processors;
+using velora_com::qel::support::watch_pauses;
 
 // A thread without identity owns nothing, although a lock without owner holds the same value.
 bool owned_by(uintptr_t me, const orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
@@ -23,21 +28,21 @@ bool owned_by(uintptr_t me, const orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
 }
 
 bool may_take_exclusive(uintptr_t me, const orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
-    return lock.count == 0 || owned_by(me, lock);
+    return holds_of(lock) == 0 || owned_by(me, lock);
 }
 
-bool may_share_past_writers(const orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
-    return lock.owner == ORSO_NO_THREAD || owned_by(identity(), lock);
+bool may_share_past_writers(uintptr_t me, const orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
+    return lock.owner == ORSO_NO_THREAD || owned_by(me, lock);
 }
 
-bool may_share_behind_writers(const orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
-    return lock.count == 0 || owned_by(identity(), lock) ||
+bool may_share_behind_writers(uintptr_t me, const orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
+    return holds_of(lock) == 0 || owned_by(me, lock) ||
            (lock.owner == ORSO_NO_THREAD && lock.writers == nullptr);
 }
 
 void grant_exclusive(uintptr_t me, orSELock& lock, Transition transition)
     VLRCOMN_REQUIRES(lock.spin) {
-    ++lock.count;
+    add_hold(lock);
     if (lock.owner == ORSO_NO_THREAD) {
         lock.owner = me;
         lock.last_transition = transition;
@@ -59,35 +64,61 @@ void take_over_spin(orSELock& lock, bool held)
     }
 }
 
+// Without the spin word only a hint.
+bool looks_held(const orSELock& lock) VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
+    return lock.count.load(std::memory_order_relaxed) != 0;
+}
+
+using MayTake = bool(uintptr_t me, const orSELock& lock);
+
+// Decides, for a thread that would wait at last after a moment of looking. Most holds are short: what falls
+// free within that moment costs neither side a hand-over, several times as long as an uncontended pair.
+template <MayTake may_take>
+bool may_take_soon(uintptr_t me, orSELock& lock, int wait) VLRCOMN_REQUIRES(lock.spin) {
+    int looks = can_wait(me, wait) && has_several_processors() ? watch_pauses : 0;
+    while (!may_take(me, lock)) {
+        if (looks == 0) {
+            return false;
+        }
+        lock.spin.unlock();
+        do {
+            cpu_pause();
+            --looks;
+        } while (looks > 0 && looks_held(lock));
+        lock.spin.lock();
+    }
+    return true;
+}
+
 // The common part of the two shared modes; `may_share` is the mode.
-template <bool (*may_share)(const orSELock&)>
+template <MayTake may_share>
 [[gnu::noinline]] int take_shared_slowly(orSELock& lock, int wait, bool has_spin) {
     take_over_spin(lock, has_spin);
-    if (may_share(lock)) {
-        ++lock.count;
+    if (may_take_soon<may_share>(identity(), lock, wait)) {
+        add_hold(lock);
         lock.spin.unlock();
         return 1;
     }
     return wait_in_queue(lock, lock.shared_waiters, wait);
 }
 
-template <bool (*may_share)(const orSELock&)>
+template <MayTake may_share>
 int take_shared(orSELock* lock, int wait) VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
     if (lock == nullptr) {
         return 0;
     }
     const bool has_spin = lock->spin.try_lock();
-    if (!has_spin || lock->count != 0) {
+    if (!has_spin || holds_of(*lock) != 0) {
         return take_shared_slowly<may_share>(*lock, wait, has_spin);
     }
-    lock->count = 1;
+    set_holds(*lock, 1);
     lock->spin.unlock();
     return 1;
 }
 
 [[gnu::noinline]] int take_exclusive_slowly(uintptr_t me, orSELock& lock, int wait, bool has_spin) {
     take_over_spin(lock, has_spin);
-    if (may_take_exclusive(me, lock)) {
+    if (may_take_soon<may_take_exclusive>(me, lock, wait)) {
         grant_exclusive(me, lock, Transition::exclusive_granted);
         lock.spin.unlock();
         return 1;
@@ -97,7 +128,7 @@ int take_shared(orSELock* lock, int wait) VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
 
 void grant_to_latest_writer(orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
     const Waiter& latest = *static_cast<Waiter*>(lock.writers);
-    lock.count = 1;
+    set_holds(lock, 1);
     lock.owner = latest.thread;
     lock.owner_process = latest.process;
     lock.last_transition = Transition::handed_to_writer;
@@ -106,7 +137,8 @@ void grant_to_latest_writer(orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
 
 // Gives one hold back. Returns whether it was the last.
 bool drop_hold(orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
-    if (--lock.count != 0) {
+    set_holds(lock, holds_of(lock) - 1);
+    if (holds_of(lock) != 0) {
         return false;
     }
     lock.owner = ORSO_NO_THREAD;
@@ -152,7 +184,7 @@ int orSO_SELockExclusive(orSELock* lock, int wait) VLRCOMN_NO_THREAD_SAFETY_ANAL
     }
     const uintptr_t me = identity();
     const bool has_spin = lock->spin.try_lock();
-    if (!has_spin || lock->count != 0) {
+    if (!has_spin || holds_of(*lock) != 0) {
         return take_exclusive_slowly(me, *lock, wait, has_spin);
     }
     grant_exclusive(me, *lock, Transition::exclusive_granted);

@@ -2,7 +2,7 @@
 #include "locks/se_lock_record.h"
 
 #include <cstdlib>
-#include <cstring>
+#include <new>
 
 #include "locks/notification.h"
 #include "support/config.h"
@@ -31,11 +31,11 @@ uint32_t orSO_SELockCreate(orSELock** lock) VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
         return ORU_FAILURE;
     }
     *lock = nullptr;
-    auto* const fresh = static_cast<orSELock*>(allocate_record());
-    if (fresh == nullptr) {
+    void* const memory = allocate_record();
+    if (memory == nullptr) {
         return ORU_FAILURE;
     }
-    std::memset(fresh, 0, sizeof *fresh);
+    auto* const fresh = new (memory) orSELock{};  // zeros
     fresh->owner = ORSO_NO_THREAD;
     fresh->last_transition = velora_com::qel::locks::Transition::created;
     orLL_Init(&fresh->shared_waiters);

@@ -1,7 +1,8 @@
 // The record of a shared/exclusive lock and what queues in it. docs/locking.md draws the transitions.
 //
 // Every field below the spin word is read and written only while the spin word is held. The exceptions are a
-// waiter's own thread, which fills its record before it is queued, and its flag, which it also watches.
+// waiter's own thread, which fills its record before it is queued; its flag, which it also watches; and the holds,
+// which a thread watches that is about to queue.
 #pragma once
 
 #include <atomic>
@@ -33,7 +34,7 @@ struct orSELock {
     // Identity of the exclusive owner, or ORSO_NO_THREAD.
     uintptr_t owner VLRCOMN_GUARDED_BY(spin);
     // Holds.
-    int32_t count VLRCOMN_GUARDED_BY(spin);
+    std::atomic<int32_t> count VLRCOMN_GUARDED_BY(spin);
     // Waiter records for shared access, latest first.
     orLLItem* shared_waiters VLRCOMN_GUARDED_BY(spin);
     // Waiter records for exclusive access, latest first.
@@ -50,6 +51,18 @@ static_assert(sizeof(void*) != 4 || sizeof(orSELock) == 32, "eight words on a 32
 static_assert(sizeof(orSELock) <= 64, "one cache line");
 
 namespace velora_com::qel::locks {
+
+inline int32_t holds_of(const orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
+    return lock.count.load(std::memory_order_relaxed);
+}
+
+inline void set_holds(orSELock& lock, int32_t holds) VLRCOMN_REQUIRES(lock.spin) {
+    lock.count.store(holds, std::memory_order_relaxed);
+}
+
+inline void add_hold(orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
+    set_holds(lock, holds_of(lock) + 1);
+}
 
 // A waiting thread. It lives on that thread's stack; whoever lets the thread in may touch it only until
 // the spin word is given back.

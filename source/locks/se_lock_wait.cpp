@@ -74,10 +74,10 @@ void leave_cancelled(void* argument) {
 
 // Fills the record of the calling thread and queues it, under the spin word; false when it cannot wait.
 bool enqueue(orLLItem*& queue, Waiter& waiter, int wait) {
-    waiter.thread = identity();
-    if (wait != 1 || waiter.thread == ORSO_NO_THREAD) {
+    if (!can_wait(identity(), wait)) {
         return false;
     }
+    waiter.thread = identity();
     waiter.process = process_id();
     waiter.waiting.store(1, std::memory_order_relaxed);
     orLL_XInsertHead(&queue, &waiter);
@@ -118,7 +118,7 @@ int wait_in_queue(orSELock& lock, orLLItem*& queue, int wait) {
 
 void grant_to_shared_waiters(orSELock& lock) {
     while (!orLL_IsEmpty(&lock.shared_waiters)) {
-        ++lock.count;
+        add_hold(lock);
         wake_first(lock.shared_waiters);
     }
 }

@@ -15,17 +15,19 @@ bool has_several_processors() noexcept;
 // thousand calls then yield to nobody.
 bool yield_for_a_moment() noexcept;
 
+// As long as an answer from another processor takes. More pauses only hold up a thread that waits for this one's
+// processor, as a yield does not.
+constexpr int watch_pauses = 20;
+
 // Looks until `changed` gives true, or for some microseconds, the time that a sleep and a wake-up would
-// take. Returns whether it did. Not a cancellation point. The pauses are as long as an answer from another
-// processor takes; more of them only hold up a thread that waits for this one's processor, as a yield does not.
+// take. Returns whether it did. Not a cancellation point.
 template <typename Changed>
 bool watch(Changed changed) noexcept {
-    constexpr int pauses = 20;
     constexpr int yields = 20;
     if (!has_several_processors()) {
         return false;
     }
-    for (int turn = 0; turn < pauses; ++turn) {
+    for (int turn = 0; turn < watch_pauses; ++turn) {
         if (changed()) {
             return true;
         }

@@ -90,7 +90,7 @@ class LockPrinter:
         self.lock = lock
 
     def to_string(self):
-        owner, count = int(self.lock["owner"]), int(self.lock["count"])
+        owner, count = int(self.lock["owner"]), number(self.lock["count"])
         nobody = (1 << 8 * self.lock["owner"].type.sizeof) - 1
         if count == 0:
             state = "free"
