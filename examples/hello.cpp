@@ -1,3 +1,5 @@
+// hello: prints the name and the processor of this machine.
+
 #include <vlrcomn/system_properties.h>
 #include <vlrcomn/time_text.h>
 

@@ -16,6 +16,7 @@ from house import folders
 PICTURE = Path("docs/house.svg")
 WIDTH, BOX, LINE, GAP, MARGIN = 1180, 214, 15, 62, 20
 STYLE = """
+    :root { color-scheme: light dark; }
     text { font: 12px system-ui, sans-serif; fill: #1f2933; }
     .name { font-weight: 600; font-size: 14px; }
     .floor { fill: #7b8794; }

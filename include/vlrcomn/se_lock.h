@@ -282,7 +282,7 @@ VLRCOMN_API void orSO_SELockRelease(orSELock* lock);
  * when the lock falls free with nobody waiting. The callback does not get the lock, only the news.
  * The same registration may be made more than once and is then there more than once.
  *
- * **Ends the process (`abort`) when there is no memory for the registration.**
+ * **Ends the process when there is no memory for the registration**, by `abort`.
  *
  * @param lock the lock
  * @param callback called as described at its type; must not be null

@@ -81,8 +81,8 @@ VLRCOMN_API void orumcomn_CreateLocalTimeStampA(char* text, uint32_t size);
 /**
  * Writes the current UTC time as 14 digits in wide text.
  *
- * @param text Receives at most @p size characters as wcsncpy does: **without a terminator when @p size
- *             is 14 or less**, filled up with zeros to @p size otherwise. Null: nothing happens.
+ * @param text Receives at most @p size characters as wcsncpy does: **without a terminator** when @p size
+ *             is 14 or less, filled up with zeros to @p size otherwise. Null: nothing happens.
  * @param size Size of @p text in wide characters. 0: nothing happens.
  */
 VLRCOMN_API void orumcomn_CreateGmtTimeStampW(wchar_t* text, uint32_t size);
