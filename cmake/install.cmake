@@ -7,6 +7,15 @@ install(TARGETS vlrcomn vlrcomn_static EXPORT vlrcomnTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 install(TARGETS vlrprops RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+# Completions: Debian's zsh looks for those of packages in a folder of its own.
+set(zsh_folder site-functions)
+if(CMAKE_INSTALL_PREFIX STREQUAL "/usr" AND EXISTS /etc/debian_version)
+    set(zsh_folder vendor-completions)
+endif()
+set(completions ${PROJECT_SOURCE_DIR}/tools/vlrprops/completions)
+install(FILES ${completions}/vlrprops.bash RENAME vlrprops
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tools)
+install(FILES ${completions}/_vlrprops DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/${zsh_folder} COMPONENT tools)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vlrcomn DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     COMPONENT development)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DOCDIR}

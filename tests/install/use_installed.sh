@@ -32,6 +32,9 @@ else
     prefix=$work/prefix
 fi
 [[ $("$prefix/bin/vlrprops" --version) == 'vlrprops '* ]]
+PATH=$prefix/bin:$PATH bash -ec '. "$0"; _vlrprops vlrprops --hum vlrprops; [ "${COMPREPLY[*]}" = --human ]
+    _vlrprops vlrprops boot vlrprops; [ "${COMPREPLY[*]}" = BootTime ]' "$prefix/share/bash-completion/completions/vlrprops"
+[ -e "$(echo "$prefix"/share/zsh/*/_vlrprops)" ]
 [ -e "$(echo "$prefix"/share/man/man1/vlrprops.1*)" ]
 libraries=$(dirname "$(find "$prefix" -name libvlrcomn.a)")
 if grep -q '^CMAKE_BUILD_TYPE:.*=Rel' "$build/CMakeCache.txt"; then

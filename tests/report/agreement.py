@@ -1,5 +1,6 @@
 """Run by agreement.sh on the network that it has made: compares the report with what the system's own tools say,
 then with a machine made up in a root folder of its own. PROPERTY_LISTS is 1 when the library reads them."""
+import datetime
 import ipaddress
 import json
 import os
@@ -55,6 +56,13 @@ class Machine(unittest.TestCase):
         if os.uname().machine == "x86_64":
             self.assertEqual(values["CPUType"], "Intel X86")
             self.assertRegex(values["CPUSpeed"], "^[0-9]{3,4} MHz$")
+
+    def test_boot_time(self):
+        btime = run("sed", "-n", "s/^btime //p", "/proc/stat").strip()
+        self.assertEqual(report("BootTime"), {"BootTime": btime})
+        since = datetime.datetime.fromisoformat(run("uptime", "-s").strip()).timestamp()
+        self.assertAlmostEqual(since, int(btime), delta=2)  # reckoned from the time that has passed
+        self.assertNotIn("BootTime", report())
 
     def test_memory(self):
         def in_meminfo(name):

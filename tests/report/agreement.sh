@@ -3,7 +3,7 @@
 # own; the machine itself stays as it was.
 . "$(dirname "$0")/../support/skip.sh"
 [ "$(id -u)" = 0 ] || skip "needs root for namespaces"
-for tool in ip unshare hostname mount df getconf; do command -v $tool >/dev/null || skip "no $tool"; done
+for tool in ip unshare hostname mount df getconf uptime; do command -v $tool >/dev/null || skip "no $tool"; done
 unshare --net --uts --mount true || skip "no namespaces of its own are to be had here"
 scratch=$(realpath "$(mktemp -d)")
 trap 'rmdir "$scratch"' EXIT

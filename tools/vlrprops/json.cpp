@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "text.h"
+#include "values.h"
 
 namespace vlrprops {
 
@@ -26,21 +27,24 @@ std::string quoted(const std::wstring& text) {
     return string + '"';
 }
 
-std::string value_json(const std::wstring& value) {
-    return quoted(value);
+std::string typed_value(Kind kind, const std::wstring& value) {
+    const std::optional<double> stated = number(kind, value);
+    if (!stated) {
+        return quoted(value);
+    }
+    char digits[400];  // enough for every double
+    std::snprintf(digits, sizeof digits, "%.0f", *stated);
+    return digits;
 }
 
-std::string value_json(const FileSystems::mapped_type& space) {
-    return "{\"total\": " + quoted(space.first) + ", \"free\": " + quoted(space.second) + "}";
-}
-
-template <typename Map>
-std::string object(const Map& map) {
+// `format` makes JSON of an entry's value.
+template <typename Map, typename Format>
+std::string object(const Map& map, Format format) {
     std::string json = "{";
     const char* separator = "\n";
-    for (const auto& [name, value] : map) {
+    for (const auto& entry : map) {
         json += separator;
-        json += "  " + quoted(name) + ": " + value_json(value);
+        json += "  " + quoted(entry.first) + ": " + format(entry);
         separator = ",\n";
     }
     return json + (map.empty() ? "}\n" : "\n}\n");
@@ -48,12 +52,24 @@ std::string object(const Map& map) {
 
 }  // namespace
 
-std::string to_json(const Properties& properties) {
-    return object(properties);
+std::string to_json(const Properties& properties, bool typed) {
+    return object(properties, [typed](const Properties::value_type& entry) -> std::string {
+        const Property* const property = typed ? find_property(utf8(entry.first)) : nullptr;
+        if (property == nullptr) {
+            return quoted(entry.second);
+        }
+        return is_absent(*property, entry.second) ? "null"
+                                                  : typed_value(property->kind, entry.second);
+    });
 }
 
-std::string to_json(const FileSystems& file_systems) {
-    return object(file_systems);
+std::string to_json(const FileSystems& file_systems, bool typed) {
+    const Kind kind = typed ? Kind::megabytes : Kind::text;
+    return object(file_systems, [kind](const FileSystems::value_type& entry) {
+        const auto& [total, free] = entry.second;
+        return "{\"total\": " + typed_value(kind, total) +
+               ", \"free\": " + typed_value(kind, free) + "}";
+    });
 }
 
 }  // namespace vlrprops

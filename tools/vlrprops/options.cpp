@@ -1,5 +1,6 @@
 #include "options.h"
 
+#include "similar.h"
 #include "text.h"
 #include "vlrcomn/system_properties.h"
 
@@ -7,34 +8,72 @@ namespace vlrprops {
 
 namespace {
 
-// What the user has typed, fit for a terminal: control characters escaped, and cut before what is no UTF-8.
-std::string quoted(const std::string& argument) {
-    return "'" + utf8(one_line(velora_com::qel::sysprops::sysprops_ansi_to_wide(argument))) + "'";
+// "unknown WHAT 'ARGUMENT'", and which of `names` may be meant. What the user has typed is made fit for a
+// terminal: control characters escaped, and cut before what is no UTF-8.
+std::string unknown(const std::string& what, const std::string& argument,
+                    const std::vector<std::string>& names) {
+    const std::string similar = similar_name(argument, names);
+    return "unknown " + what + " '" +
+           utf8(one_line(velora_com::qel::sysprops::sysprops_ansi_to_wide(argument))) + "'" +
+           (similar.empty() ? "" : " (did you mean '" + similar + "'?)");
 }
 
-std::string unknown_property(const std::string& name) {
-    const std::string similar = similar_name(name);
-    return "unknown property " + quoted(name) +
-           (similar.empty() ? "" : " (did you mean '" + similar + "'?)");
+std::string unknown_option(const std::string& argument) {
+    std::vector<std::string> names;
+    for (const Option& option : known_options()) {
+        names.emplace_back(option.name);
+    }
+    return unknown("option", argument, names);
+}
+
+std::string unknown_property(const std::string& argument) {
+    std::vector<std::string> names;
+    for (const Property* const property : every_property()) {
+        names.push_back(utf8(property->name));
+    }
+    return unknown("property", argument, names);
 }
 
 // Takes one option. False when there is none of that name.
 bool take_option(Options& options, const std::string& argument) {
-    if (argument == "--help" || argument == "-h") {
-        options.action = Options::Action::help;
-    } else if (argument == "--version") {
-        options.action = Options::Action::version;
-    } else if (argument == "--json") {
-        options.json = true;
-    } else if (argument == "--file-systems") {
-        options.file_systems = true;
-    } else {
-        return false;
+    for (const Option& option : known_options()) {
+        if (argument == option.name ||
+            (option.short_name != nullptr && argument == option.short_name)) {
+            option.take(options);
+            return true;
+        }
     }
-    return true;
+    return false;
 }
 
 }  // namespace
+
+const std::vector<Option>& known_options() {
+    static const std::vector<Option> all = {
+        {"--json", nullptr, "print JSON: one object of texts, names as below",
+         [](Options& options) { options.json = Options::Json::texts; }},
+        {"--json=typed", nullptr,
+         "print JSON with numbers as numbers, sizes in bytes, clocks in MHz, and null for a fact "
+         "that is not found",
+         [](Options& options) { options.json = Options::Json::typed; }},
+        {"--human", nullptr,
+         "print sizes in KiB to EiB, clocks in GHz, times as dates; not in JSON",
+         [](Options& options) { options.human = true; }},
+        {"--all", nullptr, "print also the properties that are not in the agent's report",
+         [](Options& options) { options.all = true; }},
+        {"--file-systems", nullptr,
+         "print the space of each local file system instead, in MB of 1,048,576 bytes; free "
+         "space in steps of a twentieth",
+         [](Options& options) { options.file_systems = true; }},
+        {"--list", nullptr, "print the names of all properties",
+         [](Options& options) { options.action = Options::Action::list; }},
+        {"--help", "-h", "print this help",
+         [](Options& options) { options.action = Options::Action::help; }},
+        {"--version", nullptr, "print the version",
+         [](Options& options) { options.action = Options::Action::version; }},
+    };
+    return all;
+}
 
 std::optional<Options> read_options(int count, char** arguments, std::string& error) {
     Options options;
@@ -45,7 +84,7 @@ std::optional<Options> read_options(int count, char** arguments, std::string& er
             only_names = true;
         } else if (!only_names && argument.size() > 1 && argument[0] == '-') {
             if (!take_option(options, argument)) {
-                error = "unknown option " + quoted(argument);
+                error = unknown_option(argument);
                 return std::nullopt;
             }
         } else if (const Property* const property = find_property(argument)) {
@@ -55,49 +94,11 @@ std::optional<Options> read_options(int count, char** arguments, std::string& er
             return std::nullopt;
         }
     }
-    if (options.file_systems && !options.properties.empty()) {
-        error = "--file-systems takes no property names";
+    if ((options.file_systems || options.all) && !options.properties.empty()) {
+        error = std::string(options.all ? "--all" : "--file-systems") + " takes no property names";
         return std::nullopt;
     }
     return options;
-}
-
-std::string help_text() {
-    std::string text =
-        "Usage: vlrprops [--json] [PROPERTY...]\n"
-        "       vlrprops [--json] --file-systems\n"
-        "\n"
-        "Prints this machine's properties as the agent reports them to its server.\n"
-        "With names, prints only the values of those properties, one on a line.\n"
-        "\n"
-        "Options:\n"
-        "  --json          print JSON: one object of texts, names as below\n"
-        "  --file-systems  print the space of each local file system instead, in MB\n"
-        "                  of 1,048,576 bytes; free space in steps of a twentieth\n"
-        "  -h, --help      print this help\n"
-        "  --version       print the version\n"
-        "\n"
-        "A fact that is not found reads N/A, but for these: CPUType reads empty and\n"
-        "CPUSpeed 0 MHz; IsPortable reads -1 or, without a CPUType, empty; OSBitMode -1;\n"
-        "DomainName UnKnownDomain; UserName NA; disks 0.00 and 0; TimeZone what the C\n"
-        "library makes of the zone, mostly UTC or its name. Disks are the local file\n"
-        "systems, memory file systems left out.\n"
-        "\n"
-        "Control characters are printed as \\u000a for example. On a terminal long values\n"
-        "are wrapped; in a pipe each property keeps one line.\n"
-        "\n"
-        "Exit status: 0 done, 1 the output could not be written or memory ran out,\n"
-        "2 unknown property or option.\n"
-        "\n"
-        "Properties:\n";
-    for (const Group& group : groups()) {
-        for (const Property& property : group.properties) {
-            std::string line = "  " + utf8(property.name);
-            line.resize(24, ' ');
-            text += line + property.meaning + '\n';
-        }
-    }
-    return text;
 }
 
 }  // namespace vlrprops

@@ -1,4 +1,4 @@
-// The properties as a reader of the report meets them: order, groups and meaning.
+// The properties as a reader of the report meets them: order, groups, meaning and unit.
 #pragma once
 
 #include <map>
@@ -12,10 +12,23 @@ namespace vlrprops {
 using Properties = std::map<std::wstring, std::wstring>;
 using FileSystems = std::map<std::wstring, std::pair<std::wstring, std::wstring>>;
 
+// What a value's text states.
+enum class Kind {
+    text,
+    number,
+    bytes,
+    megabytes,  // of 1,048,576 bytes
+    megahertz,  // the text names the unit
+    seconds,    // since 1970-01-01 UTC
+};
+
 struct Property {
     const std::wstring& name;  // a key of the library
-    const char* meaning;       // for the help
-    const char* unit;          // follows a number in the table; empty where there is none
+    const char* meaning;       // for the help, with the rule that the value follows
+    Kind kind = Kind::text;
+    const wchar_t* absent =
+        L"";                // how it reads, besides "N/A" and empty, when its fact is not found
+    bool addition = false;  // no part of the agent's report
 };
 
 struct Group {
@@ -23,13 +36,11 @@ struct Group {
     std::vector<Property> properties;
 };
 
-// Every property of the report, in the report's order.
+// Every property in the report's order, additions in their groups.
 const std::vector<Group>& groups();
+std::vector<const Property*> every_property();
 
-// The property of that name (UTF-8, exactly), or null.
+// The property of that name (UTF-8), whatever the case of its letters, or null.
 const Property* find_property(const std::string& name);
-
-// The name that equals `name` in all but case, or empty.
-std::string similar_name(const std::string& name);
 
 }  // namespace vlrprops

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "text.h"
+#include "values.h"
 
 namespace vlrprops {
 
@@ -10,8 +11,10 @@ namespace {
 
 // Column of the values: behind the longest property name and its indentation.
 constexpr size_t value_column = 24;
-// Width of a column of megabytes.
-constexpr size_t megabytes_width = 18;
+// Width of a column of sizes, and on a terminal so narrow that mount points would be squeezed.
+constexpr size_t size_width = 18;
+constexpr size_t narrow_size_width = 12;
+constexpr size_t narrow = 60;
 
 std::string padded_right(const std::string& text, size_t width) {
     return text + std::string(width - std::min(width, text.size()), ' ');
@@ -35,37 +38,37 @@ void append_entry(std::string& table, const std::string& start, size_t column,
     }
 }
 
-bool is_number(const std::wstring& value) {
-    return !value.empty() && value.find_first_not_of(L"0123456789.") == std::wstring::npos;
+std::wstring shown(Kind kind, const std::wstring& value, bool human) {
+    return human ? readable(kind, value) : with_unit(kind, value);
 }
 
 }  // namespace
 
-std::string property_table(const Properties& properties, size_t width) {
+std::string property_table(const Properties& properties, size_t width, bool human) {
     std::string table;
     for (const Group& group : groups()) {
         table += (table.empty() ? "" : "\n") + std::string(group.title) + '\n';
         for (const Property& property : group.properties) {
-            const auto found = properties.find(property.name);
-            std::wstring value = found == properties.end() ? std::wstring() : found->second;
-            if (is_number(value)) {
-                value.append(property.unit, property.unit + std::string(property.unit).size());
+            if (const auto found = properties.find(property.name); found != properties.end()) {
+                append_entry(table, padded_right("  " + utf8(property.name), value_column),
+                             value_column, shown(property.kind, found->second, human), width);
             }
-            append_entry(table, padded_right("  " + utf8(property.name), value_column),
-                         value_column, value, width);
         }
     }
     return table;
 }
 
-std::string file_system_table(const FileSystems& file_systems, size_t width) {
-    std::string table = padded_left("Total MB", megabytes_width) +
-                        padded_left("Free MB", megabytes_width) + "  Mounted on\n";
+std::string file_system_table(const FileSystems& file_systems, size_t width, bool human) {
+    const size_t column = width < narrow ? narrow_size_width : size_width;
+    const char* const unit = human ? "" : " MB";
+    const auto size_text = [&](const std::wstring& megabytes) {
+        return padded_left(utf8(human ? readable(Kind::megabytes, megabytes) : megabytes), column);
+    };
+    std::string table = padded_left("Total" + std::string(unit), column) +
+                        padded_left("Free" + std::string(unit), column) + "  Mounted on\n";
     for (const auto& [mount_point, space] : file_systems) {
-        append_entry(table,
-                     padded_left(utf8(space.first), megabytes_width) +
-                         padded_left(utf8(space.second), megabytes_width) + "  ",
-                     2 * megabytes_width + 2, mount_point, width);
+        append_entry(table, size_text(space.first) + size_text(space.second) + "  ", 2 * column + 2,
+                     mount_point, width);
     }
     return table;
 }
