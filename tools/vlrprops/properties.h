@@ -1,6 +1,7 @@
 // The properties as a reader of the report meets them: order, groups, meaning and unit.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <utility>
@@ -31,9 +32,20 @@ struct Property {
     bool addition = false;  // no part of the agent's report
 };
 
-struct Group {
-    const char* title;
-    std::vector<Property> properties;
+class Group {
+public:
+    template <size_t count>
+    Group(const char* title, const Property (&properties)[count])
+        : title_(title), begin_(properties), end_(properties + count) {}
+
+    const char* title() const { return title_; }
+    const Property* begin() const { return begin_; }
+    const Property* end() const { return end_; }
+
+private:
+    const char* title_;
+    const Property* begin_;
+    const Property* end_;
 };
 
 // Every property in the report's order, additions in their groups.

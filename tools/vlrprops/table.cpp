@@ -47,8 +47,8 @@ std::wstring shown(Kind kind, const std::wstring& value, bool human) {
 std::string property_table(const Properties& properties, size_t width, bool human) {
     std::string table;
     for (const Group& group : groups()) {
-        table += (table.empty() ? "" : "\n") + std::string(group.title) + '\n';
-        for (const Property& property : group.properties) {
+        table += (table.empty() ? "" : "\n") + std::string(group.title()) + '\n';
+        for (const Property& property : group) {
             if (const auto found = properties.find(property.name); found != properties.end()) {
                 append_entry(table, padded_right("  " + utf8(property.name), value_column),
                              value_column, shown(property.kind, found->second, human), width);
