@@ -38,11 +38,11 @@ def page_of(header):
     return header.replace("_", "__").replace(".", "_8") + ".html"
 
 
-def first_paragraph(path):
-    """The first paragraph of the comment at a program's head, if it has one."""
-    lines = path.read_text().splitlines()
-    paragraph = itertools.takewhile(lambda line: line not in ("//", " *", ""), lines)
-    return " ".join(line.strip("/* ") for line in paragraph) if lines[0].startswith("/") else ""
+def head_comment(path):
+    """The first paragraph of the comment at a file's head, if it has one."""
+    lines = path.read_text().splitlines() if path.exists() else []
+    paragraph = itertools.takewhile(lambda line: re.match(r"(//|/\*| \*|#) \S", line), lines)
+    return " ".join(line.strip("/*# ") for line in paragraph)
 
 
 def block(*lines):
@@ -57,7 +57,7 @@ def examples():
 def examples_list():
     """The examples as links with their words."""
     for path in EXAMPLES:
-        words = first_paragraph(path).partition(": ")[2]
+        words = head_comment(path).partition(": ")[2]
         yield f"- [{path.name}]({path.name.replace('.', '_8')}-example.html){': ' * bool(words)}{words}\n"
 
 
@@ -72,8 +72,8 @@ def tests():
                 *(f'- @subpage tests_{folder.name} "tests/{folder.name}"' for folder in TESTS))
     for folder in TESTS:
         headers = HOUSE[folder.name].headers if folder.name in HOUSE else []
-        yield block(f"@page tests_{folder.name} tests/{folder.name}",
-                    "@tableofcontents", f"Tests of {', '.join(headers)}." if headers else "",
+        what = f"Tests of {', '.join(headers)}." if headers else head_comment(folder / "CMakeLists.txt")
+        yield block(f"@page tests_{folder.name} tests/{folder.name}", "@tableofcontents", what,
                     *(f"@section tests_{re.sub(r'[^a-z0-9]', '_', str(path.relative_to('tests')))} {path.name}\n"
                       f"@include {path.relative_to('tests')}" for path in sources(folder)))
 
@@ -88,7 +88,8 @@ def manual():
             cwd=path.parent, check=True, capture_output=True, text=True).stdout
         text = re.sub(r'href="vlrcomn/([^"]+)"', lambda found: f'href="{page_of(found[1])}"', text)
         (OUT / f"{path.name}.html").write_text(text)
-        yield block(f"@page man_{path.stem} {man_title(path)}", f"@htmlinclude {path.name}.html")
+        what = re.search(r"^\.Nd (.*)", path.read_text(), re.M)[1]
+        yield block(f"@page man_{path.stem} {man_title(path)}", f"@brief {what}\n", f"@htmlinclude {path.name}.html")
 
 
 def manual_of(*headers):

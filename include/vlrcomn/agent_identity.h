@@ -3,7 +3,7 @@
  * @brief How the agent and its plug-ins identify themselves, and whether content is meant for this
  * machine.
  *
- * Usable from C11 and from C++17. No function keeps state between calls; all may be called from
+ * Usable from C99 and from C++17. No function keeps state between calls; all may be called from
  * several threads, as far as what they call allows it; each function says where that is a limit.
  * No function throws.
  */

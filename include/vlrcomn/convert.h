@@ -2,7 +2,7 @@
  * @file
  * @brief Conversions between wide and narrow text and between numbers and text, and the tokenizer.
  *
- * Usable from C11 and C++17. Each function reports failure by its result alone; `errno` is what the
+ * Usable from C99 and C++17. Each function reports failure by its result alone; `errno` is what the
  * C library's conversion left. All are thread-safe: each touches only what it
  * is handed.
  *

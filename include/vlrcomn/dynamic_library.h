@@ -28,7 +28,7 @@
  * unloaded: link it with the same mark, open it with RTLD_NODELETE, or never close it. A plug-in that gives
  * its threads thread-local values with destructors has to stay likewise: they run after the end is seen.
  *
- * Usable from C11 and from C++17.
+ * Usable from C99 and from C++17.
  */
 #ifndef VLRCOMN_DYNAMIC_LIBRARY_H
 #define VLRCOMN_DYNAMIC_LIBRARY_H

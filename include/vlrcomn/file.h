@@ -18,7 +18,7 @@
  * allows it for a descriptor, whose position they share; nobody may use it while it is closed. One
  * search handle must not be used by two threads at once; different ones may.
  *
- * Usable from C11 and from C++17.
+ * Usable from C99 and from C++17.
  */
 #ifndef VLRCOMN_FILE_H
 #define VLRCOMN_FILE_H

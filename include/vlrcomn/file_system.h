@@ -11,7 +11,7 @@
  * Thread safety: every function may be called from any thread; a file object and an enumeration
  * handle by one thread at a time.
  *
- * Usable from C11 and from C++17.
+ * Usable from C99 and from C++17.
  */
 #ifndef VLRCOMN_FILE_SYSTEM_H
 #define VLRCOMN_FILE_SYSTEM_H

@@ -2,7 +2,7 @@
  * @file
  * @brief Time-based GUIDs and their text form.
  *
- * Usable from C11 and C++17. No function here changes `errno`.
+ * Usable from C99 and C++17. No function here changes `errno`.
  */
 #ifndef VLRCOMN_GUID_H
 #define VLRCOMN_GUID_H

@@ -11,7 +11,7 @@
  * After `fork` in a process with several threads only `exec` is safe in the child. No function here
  * may be called from a signal handler.
  *
- * Usable from C11 and from C++17.
+ * Usable from C99 and from C++17.
  */
 #ifndef VLRCOMN_HANDLE_H
 #define VLRCOMN_HANDLE_H

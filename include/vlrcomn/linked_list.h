@@ -17,7 +17,7 @@
  * in a name is a reminder that the caller holds whatever lock guards the list. The locked lists are
  * in locked_list.h. Different lists may be used by different threads freely.
  *
- * Usable from C11 and from C++17.
+ * Usable from C99 and from C++17.
  */
 #ifndef VLRCOMN_LINKED_LIST_H
 #define VLRCOMN_LINKED_LIST_H

@@ -2,7 +2,7 @@
  * @file
  * @brief System time, system folders, computer name, and the flag that SIGTERM sets.
  *
- * Usable from C11 and C++17. Each function reports failure by its result alone; what the C library
+ * Usable from C99 and C++17. Each function reports failure by its result alone; what the C library
  * leaves in `errno` has no meaning. All are thread-safe.
  */
 #ifndef VLRCOMN_SYSTEM_H

@@ -20,7 +20,7 @@
  * After `fork` in a process with several threads only `exec` is safe in the child. No function here
  * may be called from a signal handler.
  *
- * Usable from C11 and from C++17.
+ * Usable from C99 and from C++17.
  */
 #ifndef VLRCOMN_THREAD_H
 #define VLRCOMN_THREAD_H

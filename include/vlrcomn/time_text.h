@@ -2,7 +2,7 @@
  * @file
  * @brief Uptime, time stamps, time zones, text helpers, and conversion between wide text and UTF-8.
  *
- * The first half is usable from C11 and C++17; the rest, in namespace velora_com::qel, from C++17.
+ * The first half is usable from C99 and C++17; the rest, in namespace velora_com::qel, from C++17.
  *
  * **UTF-8 and wide text.** Wide text is wchar_t of 32 bits in the machine's byte order; UTF-8 is UTF-8
  * whatever the locale, in the one to four bytes of RFC 3629. What has no UTF-8 form ends the conversion:

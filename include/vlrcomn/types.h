@@ -3,7 +3,7 @@
  * @brief What every other header of libvlrcomn builds on: the export mark, handles, wait results and
  * status codes.
  *
- * Usable from C11 and from C++17. Nothing here depends on the host's word size, except that a handle
+ * Usable from C99 and from C++17. Nothing here depends on the host's word size, except that a handle
  * is a pointer.
  */
 #ifndef VLRCOMN_TYPES_H
