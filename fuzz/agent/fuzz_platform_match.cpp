@@ -9,8 +9,6 @@
 
 namespace {
 
-__extension__ typedef __int128 Wide;
-
 std::string without_spaces(std::string text) {
     text.erase(std::remove(text.begin(), text.end(), ' '), text.end());
     return text;
@@ -34,8 +32,8 @@ void read(const char* text, int64_t (&parts)[3]) {
 }
 
 uint64_t number(const int64_t (&parts)[3]) {
-    return static_cast<uint64_t>((Wide{parts[0]} * (Wide{1} << 48)) + Wide{parts[1]} * 65536 +
-                                 parts[2]);
+    const auto part = [&](int i) { return static_cast<uint64_t>(parts[i]); };
+    return part(0) * 0x1000000000000 + part(1) * 0x10000 + part(2);
 }
 
 uint32_t model(const std::string& platform_text, const std::string& list_text) {

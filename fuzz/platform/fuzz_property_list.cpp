@@ -1,11 +1,14 @@
 // The property-list reader. An input whose first byte is "<" or not ASCII is read as a document, and what
 // must hold for any document is checked. Any other input directs the making of a property list, whose
 // strings a plain model knows.
-#include <fuzzer/FuzzedDataProvider.h>
-
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/platform.h"
 
@@ -22,6 +25,25 @@ void require(bool condition) {
         std::abort();
     }
 }
+
+// The input as a row of choices; what it does not say any more is 0.
+class Choices {
+public:
+    Choices(const uint8_t* bytes, size_t size) : next_(bytes), end_(bytes + size) {}
+    bool left() const { return next_ != end_; }
+    size_t byte() { return left() ? *next_++ : 0; }
+    size_t below(size_t bound) {
+        size_t value = byte();
+        if (bound > 256) {
+            value = value * 256 + byte();
+        }
+        return value % bound;
+    }
+
+private:
+    const uint8_t* next_;
+    const uint8_t* end_;
+};
 
 void read_any(const std::string& document) {
     const auto strings = property_list_strings(document, asked);
@@ -41,7 +63,7 @@ void read_any(const std::string& document) {
 }
 
 // One character of text in one of the ways to write it.
-std::string written(char c, int way) {
+std::string written(char c, size_t way) {
     if (way == 1) {
         return "&#" + std::to_string(static_cast<int>(c)) + ";";
     }
@@ -61,51 +83,55 @@ std::string written(char c, int way) {
     }
 }
 
-void read_made(FuzzedDataProvider& data) {
+// A string of printable characters, each written in some way, and all of that some times over.
+void append_string(Choices& choices, std::string& items, std::optional<std::string>& value) {
+    std::string plain;
+    std::string marked;
+    for (size_t length = choices.below(40); length > 0; --length) {
+        const char c = static_cast<char>(' ' + choices.below(95));
+        plain += c;
+        marked += written(c, choices.below(4));
+    }
+    std::string whole;
+    items += "<string>";
+    for (size_t times = 1 + choices.below(20); times > 0; --times) {
+        whole += plain;
+        items += marked;
+    }
+    items += "</string>";
+    if (whole.size() <= max_property_string) {
+        value = whole;
+    }
+}
+
+void append_arrays(size_t depth, std::string& items) {
+    std::string close;
+    for (size_t i = 0; i < depth; ++i) {
+        items += "<array>";
+        close += "</array>";
+    }
+    items += close;
+}
+
+void read_made(Choices choices) {
     std::map<std::string, std::optional<std::string>> model;
     std::string items;
-    while (data.remaining_bytes() > 0 && items.size() < 100'000) {
-        const auto key = std::string(data.PickValueInArray(keys));
+    while (choices.left() && items.size() < 100'000) {
+        const std::string key(keys[choices.below(std::size(keys))]);
         items += "<key>" + key + "</key>";
         model[key].reset();
-        switch (data.ConsumeIntegralInRange(0, 3)) {
-            case 0: {
-                const std::string text = data.ConsumeRandomLengthString(40);
-                const size_t times = data.ConsumeIntegralInRange<size_t>(1, 20);
-                std::string plain;
-                std::string marked;
-                for (const char byte : text) {
-                    const char c = static_cast<char>(' ' + static_cast<unsigned char>(byte) % 95);
-                    plain += c;
-                    marked += written(c, data.ConsumeIntegralInRange(0, 3));
-                }
-                std::string whole;
-                items += "<string>";
-                for (size_t i = 0; i < times; ++i) {
-                    whole += plain;
-                    items += marked;
-                }
-                items += "</string>";
-                if (whole.size() <= max_property_string) {
-                    model[key] = whole;
-                }
+        switch (choices.below(4)) {
+            case 0:
+                append_string(choices, items, model[key]);
                 break;
-            }
             case 1:
-                items += data.ConsumeBool() ? "<true/>" : "<integer>7</integer>\n";
+                items += choices.below(2) == 1 ? "<true/>" : "<integer>7</integer>\n";
                 break;
             case 2:
                 items += "<dict><key>A</key><string>inner</string></dict>";
                 break;
-            default: {
-                const size_t depth = data.ConsumeIntegralInRange<size_t>(1, 300);
-                std::string close;
-                for (size_t i = 0; i < depth; ++i) {
-                    items += "<array>";
-                    close += "</array>";
-                }
-                items += close;
-            }
+            default:
+                append_arrays(1 + choices.below(300), items);
         }
     }
     const auto strings =
@@ -122,8 +148,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     if (size > 0 && (bytes[0] == '<' || bytes[0] >= 0x80)) {
         read_any({reinterpret_cast<const char*>(bytes), size});
     } else {
-        FuzzedDataProvider data(bytes, size);
-        read_made(data);
+        read_made({bytes, size});
     }
     return 0;
 }

@@ -55,7 +55,7 @@ TEST(LocaleText, TheLocaleDecidesTheEncoding) {
     std::setlocale(LC_CTYPE, "C");
 }
 
-// fuzz/text holds every conversion against iconv, on hosts that have fuzzers.
+// fuzz/text holds every conversion against iconv.
 TEST(Utf8, StopsBeforeTheFirstFault) {
     // The ends of every length, with and behind eight letters, which are copied at once.
     const std::wstring wide = L"ABCDEFGH\x7F\x80\x7FF\x800\xD7FF\xE000\xFFFF\x10000\x10FFFF";
