@@ -41,7 +41,7 @@ memory=$("$vlrprops" TotalPhysicalMemory)
 boot=$("$vlrprops" BootTime)
 same "a readable size" "$(numfmt --to=iec-i --round=nearest --format=%.1f "$memory")B" \
     "$("$vlrprops" --human TotalPhysicalMemory | tr -d ' ')"
-same "a readable time" "$(date -u -d "@$boot" '+%F %T UTC')" "$("$vlrprops" --human BootTime)"
+same "a readable time" "$(date -u -d "@$boot" '+%F %T UTC')" "$(TZ=XYZ-3 "$vlrprops" --human BootTime)"
 same "JSON for people" "$memory" "$("$vlrprops" --json --human TotalPhysicalMemory | jq -r '.[]')"
 same "typed values" "[$memory,null,\"0409\",$boot]" "$(LANG=C "$vlrprops" --json=typed --all |
     jq -c '[.TotalPhysicalMemory, .CPUSerialNumber, .DefaultLangID, .BootTime]')"
