@@ -1,7 +1,8 @@
 // An open folder of a tree that is being deleted.
 //
-// Built twice: by descriptors where the host has openat, so that what a path leads to meanwhile does not
-// matter, and by paths elsewhere, where what was opened is compared with what was looked at.
+// Walked by descriptors where the host has openat (tree_folder_at.cpp), so that what a path leads to meanwhile
+// does not matter, and by paths elsewhere (tree_folder_by_path.cpp), where what was opened is compared with what
+// was looked at.
 #pragma once
 
 #include <dirent.h>
@@ -54,13 +55,12 @@ public:
     std::string move_up(const char* name, const FolderIdentity& top, uint32_t& next) const;
 
 private:
-    // Each build has its own one of the two. What fails is closed.
-    static TreeFolder from_descriptor(support::FileDescriptor descriptor);
-    static TreeFolder open_path(std::string path, size_t top_length);
+    // Takes the stream over; not open when that is null or cannot tell which folder it reads.
+    explicit TreeFolder(DIR* stream, std::string path = {}, size_t top_length = 0);
 
     support::Directory stream_;
     FolderIdentity identity_;
-    // Unused where descriptors are enough.
+    // Both unused where descriptors are enough.
     std::string path_;
     size_t top_length_ = 0;  // so much of the path is that of the top folder
 };

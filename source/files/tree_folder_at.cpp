@@ -16,28 +16,24 @@ constexpr int folder_flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 constexpr int folder_flags = O_RDONLY | O_DIRECTORY;
 #endif
 
-}  // namespace
-
-TreeFolder TreeFolder::from_descriptor(support::FileDescriptor descriptor) {
-    TreeFolder folder;
-    struct stat status;
-    if (descriptor && ::fstat(descriptor.get(), &status) == 0) {
-        folder.identity_ = {status.st_dev, status.st_ino};
-        folder.stream_.reset(::fdopendir(descriptor.get()));
-        if (folder) {
-            descriptor.release();
-        }
+// Null with errno set on failure.
+DIR* stream_of(support::FileDescriptor descriptor) {
+    DIR* const stream = descriptor ? ::fdopendir(descriptor.get()) : nullptr;
+    if (stream != nullptr) {
+        descriptor.release();
     }
-    return folder;
+    return stream;
 }
 
+}  // namespace
+
 TreeFolder TreeFolder::open_top(const char* path) {
-    return from_descriptor(support::open_file(path, folder_flags));
+    return TreeFolder(stream_of(support::open_file(path, folder_flags)));
 }
 
 TreeFolder TreeFolder::open_child(const char* name) const {
-    return from_descriptor(
-        support::FileDescriptor(::openat(dirfd(stream_.get()), name, folder_flags | O_NOFOLLOW)));
+    return TreeFolder(stream_of(
+        support::FileDescriptor(::openat(dirfd(stream_.get()), name, folder_flags | O_NOFOLLOW))));
 }
 
 TreeFolder TreeFolder::open_parent(const FolderIdentity& expected) const {

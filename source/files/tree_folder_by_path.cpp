@@ -24,31 +24,18 @@ bool looks_like(const std::string& path, const FolderIdentity& expected) {
 
 }  // namespace
 
-TreeFolder TreeFolder::open_path(std::string path, size_t top_length) {
-    TreeFolder folder;
-    folder.stream_.reset(::opendir(path.c_str()));
-    struct stat status;
-    if (folder && ::fstat(dirfd(folder.stream_.get()), &status) == 0) {
-        folder.identity_ = {status.st_dev, status.st_ino};
-        folder.path_ = std::move(path);
-        folder.top_length_ = top_length;
-        return folder;
-    }
-    return TreeFolder();
-}
-
 TreeFolder TreeFolder::open_top(const char* path) {
     const std::string top = std::string(path) + "/.";  // a link is followed here and nowhere else
-    return open_path(top, top.size());
+    return TreeFolder(::opendir(top.c_str()), top, top.size());
 }
 
 TreeFolder TreeFolder::open_child(const char* name) const {
-    std::string path = path_ + '/' + name;
+    const std::string path = path_ + '/' + name;
     if (path.size() > max_folder_path) {
         errno = ENAMETOOLONG;
         return TreeFolder();
     }
-    TreeFolder child = open_path(std::move(path), top_length_);
+    TreeFolder child(::opendir(path.c_str()), path, top_length_);
     // A link may have replaced the child, or this folder.
     if (child && !(looks_like(child.path_, child.identity_) && looks_like(path_, identity_))) {
         errno = ENOTDIR;
@@ -58,7 +45,8 @@ TreeFolder TreeFolder::open_child(const char* name) const {
 }
 
 TreeFolder TreeFolder::open_parent(const FolderIdentity& expected) const {
-    TreeFolder parent = open_path(path_.substr(0, path_.rfind('/')), top_length_);
+    const std::string path = path_.substr(0, path_.rfind('/'));
+    TreeFolder parent(::opendir(path.c_str()), path, top_length_);
     return parent && parent.identity() == expected ? std::move(parent) : TreeFolder();
 }
 
