@@ -4,15 +4,14 @@
 #include <string_view>
 
 #include "support/ascii.h"
+#include "support/fixed_text.h"
 #include "vlrcomn/agent_identity.h"
 
+using velora_com::qel::support::fixed_text_size;
 using velora_com::qel::support::is_digit;
 using velora_com::qel::support::is_space;
 
 namespace {
-
-// Size of a working text, its terminator's place included.
-constexpr size_t text_size = 260;
 
 // A text without its spaces. One that has none is taken as it stands.
 class Compacted {
@@ -25,7 +24,7 @@ public:
                 if (character == ' ') {
                     continue;
                 }
-                if (size == text_size - 1) {
+                if (size == fixed_text_size - 1) {
                     return false;
                 }
                 buffer_[size++] = character;
@@ -33,12 +32,12 @@ public:
             text = {buffer_, size};
         }
         view_ = text;
-        return text.size() < text_size;
+        return text.size() < fixed_text_size;
     }
     std::string_view view() const { return view_; }
 
 private:
-    char buffer_[text_size];
+    char buffer_[fixed_text_size];
     std::string_view view_;
 };
 

@@ -1,9 +1,9 @@
 #include <cstring>
 #include <string>
 
+#include "session/user_list.h"
 #include "support/boundary.h"
 #include "vlrcomn/agent_identity.h"
-#include "vlrcomn/logged_on_users.h"
 #include "vlrcomn/time_text.h"
 
 uint32_t orumcomn_get_user_name(char* buffer, uint32_t size) {
@@ -11,12 +11,8 @@ uint32_t orumcomn_get_user_name(char* buffer, uint32_t size) {
         return ORU_FAILURE;
     }
     return velora_com::qel::support::or_failure(ORU_FAILURE, [&] {
-        std::wstring users;
-        velora_com::qel::session::CollectAllLoggedonUsers(users);
-        if (users.empty()) {
-            users = L"NA";
-        }
-        const std::string text = velora_com::qel::orumcomn::wide_to_ansi(users);
+        const std::string text =
+            velora_com::qel::orumcomn::wide_to_ansi(velora_com::qel::session::reported_users());
         if (text.size() + 1 > size) {
             return ORU_FAILURE;
         }

@@ -9,13 +9,12 @@
 
 #include "files/tree_folder.h"
 #include "support/boundary.h"
+#include "support/fixed_text.h"
 #include "vlrcomn/file_system.h"
 
 namespace velora_com::qel {
 
 namespace {
-
-constexpr size_t max_path = 259;
 
 // So many of the innermost folders stay open. The others are opened again from below.
 constexpr size_t max_open_folders = 16;
@@ -172,7 +171,7 @@ private:
 };
 
 bool is_deletable(const char* path) {
-    return path != nullptr && *path != '\0' && std::strlen(path) <= max_path;
+    return path != nullptr && *path != '\0' && std::strlen(path) < support::fixed_text_size;
 }
 
 void delete_contents(const char* path) {

@@ -12,6 +12,7 @@
 
 static_assert(sizeof(oruFindData) == 284, "the record has one layout on every host");
 static_assert(offsetof(oruFindData, name) == 20);
+static_assert(sizeof oruFindData::name == velora_com::qel::support::fixed_text_size);
 
 namespace velora_com::qel::files {
 
@@ -25,14 +26,14 @@ const char* separator_behind(const char* directory) {
 // Whether directory and name make a path that is looked at.
 bool is_path(const char* directory, const char* name) {
     return std::strlen(directory) + std::strlen(separator_behind(directory)) + std::strlen(name) <
-           search_text_size;
+           support::fixed_text_size;
 }
 
 bool status_of_path(const char* directory, const char* name, struct stat& status) {
     if (!is_path(directory, name)) {
         return false;
     }
-    char path[search_text_size];
+    char path[support::fixed_text_size];
     std::strcpy(path, directory);
     std::strcat(path, separator_behind(directory));
     std::strcat(path, name);

@@ -22,7 +22,7 @@ using support::MutexGuard;
 using sync::note_error;
 
 // Copies a text that fits and tells whether it does.
-bool copy_text(char (&to)[search_text_size], const char* from, size_t length) {
+bool copy_text(char (&to)[support::fixed_text_size], const char* from, size_t length) {
     if (length >= sizeof to) {
         return false;
     }

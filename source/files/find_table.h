@@ -1,20 +1,19 @@
 // The slots of the open directory searches.
 #pragma once
 
+#include "support/fixed_text.h"
 #include "support/owners.h"
 #include "vlrcomn/file.h"
 
 namespace velora_com::qel::files {
-
-constexpr size_t search_text_size = 260;  // of a directory or a pattern, terminator included
 
 // Guards the choice of a free slot; nothing but that slot's mutex is taken under it.
 extern support::Mutex MutexDirEnt;
 
 struct SearchEntry {
     support::Directory stream;
-    char pattern[search_text_size];
-    char directory[search_text_size];  // with its '/', or "."
+    char pattern[support::fixed_text_size];
+    char directory[support::fixed_text_size];  // with its '/', or "."
 };
 
 // One lock for each datum. Only a taken slot holds a search; it is emptied before it is given back. Who reads

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "support/assertion.h"
+#include "support/fixed_text.h"
 #include "vlrcomn/file_system.h"
 
 int orFolderExists(const char* lpszFolder) {
@@ -10,7 +11,7 @@ int orFolderExists(const char* lpszFolder) {
         velora_com::qel::support::assertion_failed("orFolderExists", "../source/orufio", 190,
                                                    "lpszFolder");
     }
-    char folder[260];
+    char folder[velora_com::qel::support::fixed_text_size];
     size_t length = std::strlen(lpszFolder);
     if (length == 0 || length >= sizeof folder) {
         return 0;

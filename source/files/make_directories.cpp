@@ -4,11 +4,13 @@
 #include <cstring>
 #include <cwchar>
 
+#include "support/fixed_text.h"
 #include "vlrcomn/file_system.h"
+
+using velora_com::qel::support::fixed_text_size;
 
 namespace {
 
-constexpr size_t path_size = 260;
 constexpr size_t last_index_without_directory = 3;
 
 // Makes the directory that the '/' at `slash` ends.
@@ -40,7 +42,7 @@ void make_directories(char* path) {
 // Both always return failure: callers look for the directory itself, as file_system.h tells them.
 
 uint32_t orumcomn_MakeRecursiveDirectoryA(const char* path) {
-    char copy[path_size];
+    char copy[fixed_text_size];
     if (path == nullptr || std::strlen(path) >= sizeof copy) {
         return ORU_FAILURE;
     }
@@ -50,7 +52,7 @@ uint32_t orumcomn_MakeRecursiveDirectoryA(const char* path) {
 }
 
 uint32_t orumcomn_MakeRecursiveDirectoryW(const wchar_t* path) {
-    char copy[path_size] = "";
+    char copy[fixed_text_size] = "";
     if (path == nullptr || std::wcslen(path) >= sizeof copy) {
         return ORU_FAILURE;
     }

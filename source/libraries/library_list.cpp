@@ -63,11 +63,11 @@ LibraryListHold::~LibraryListHold() VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
 }
 
 void* reference_library(const char* path, LibraryEntry**& free_slot) {
-    const bool may_be_listed = path != nullptr && std::strlen(path) < library_name_size;
+    const bool may_be_listed = path != nullptr && std::strlen(path) < support::fixed_text_size;
     const MutexGuard lock(slots_mutex);
     LibraryEntry** const slot =
         !may_be_listed ? nullptr : find_slot([=](const LibraryEntry* entry) {
-            return entry && std::strncmp(entry->name, path, library_name_size) == 0;
+            return entry && std::strncmp(entry->name, path, support::fixed_text_size) == 0;
         });
     if (slot != nullptr) {
         ++(*slot)->references;

@@ -5,19 +5,18 @@
 #include <cstdint>
 #include <memory>
 
+#include "support/fixed_text.h"
 #include "support/mutex.h"
 #include "vlrcomn/dynamic_library.h"
 
 namespace velora_com::qel::libraries {
-
-constexpr size_t library_name_size = 260;
 
 // Guards the slots and what their entries say. Taken last and held over no call out, so that an entry point
 // may use what takes no more than this.
 extern support::Mutex slots_mutex;
 
 struct LibraryEntry {
-    char name[library_name_size];  // without a terminator when the path is longer than 259
+    char name[support::fixed_text_size];  // without a terminator when the path is longer than 259
     void* module;
     oruDllMain entry_point;  // null when the library has none
     int32_t references VLRCOMN_GUARDED_BY(slots_mutex);

@@ -5,13 +5,13 @@
 #include "vlrcomn/se_lock.h"
 
 #include "locks/notification.h"
-#include "locks/process_id.h"
 #include "locks/se_lock_record.h"
 #include "locks/se_lock_wait.h"
 #include "locks/spin_word.h"
 #include "locks/thread_registry.h"
 #include "support/cpu_pause.h"
 #include "support/owners.h"
+#include "support/process_id.h"
 #include "support/watch.h"
 
 namespace {
@@ -20,6 +20,7 @@ using namespace velora_com::qel::locks;
 using velora_com::qel::support::CancellationOff;
 using velora_com::qel::support::cpu_pause;
 using velora_com::qel::support::has_several_processors;
+using velora_com::qel::support::process_id;
 using velora_com::qel::support::watch_pauses;
 
 // A thread without identity owns nothing, although a lock without owner holds the same value.

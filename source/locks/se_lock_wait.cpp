@@ -2,9 +2,9 @@
 
 #include <pthread.h>
 
-#include "locks/process_id.h"
 #include "locks/spin_word.h"
 #include "locks/thread_registry.h"
+#include "support/process_id.h"
 #include "support/watch.h"
 #include "sync/wait.h"
 #include "vlrcomn/sync.h"
@@ -78,7 +78,7 @@ bool enqueue(orLLItem*& queue, Waiter& waiter, int wait) {
         return false;
     }
     waiter.thread = identity();
-    waiter.process = process_id();
+    waiter.process = support::process_id();
     waiter.waiting.store(1, std::memory_order_relaxed);
     orLL_XInsertHead(&queue, &waiter);
     return true;

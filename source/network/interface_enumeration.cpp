@@ -12,12 +12,13 @@
 #include <unordered_map>
 #include <utility>
 
+#include "network/address_snapshot.h"
 #include "network/interface_index.h"
 #include "network/ipv6_groups.h"
 #include "network/mac_address.h"
 #include "network/numeric_text.h"
-#include "network/socket.h"
 #include "support/boundary.h"
+#include "support/open_socket.h"
 #include "vlrcomn/net_interface.h"
 
 namespace velora_com::qel {
@@ -50,7 +51,7 @@ public:
     int socket(int family) {
         if (!held_ || family != family_) {
             held_.reset();
-            held_ = network::open_socket(family, SOCK_DGRAM, 0);
+            held_ = support::open_socket(family, SOCK_DGRAM, 0);
             family_ = family;
         }
         return held_.get();

@@ -2,19 +2,12 @@
 
 #include <algorithm>
 
+#include "network/address_snapshot.h"
 #include "support/boundary.h"
 #include "vlrcomn/net_interface.h"
 
 namespace velora_com::qel {
 namespace network {
-
-support::InterfaceAddresses address_snapshot() {
-    ifaddrs* list = nullptr;
-    if (getifaddrs(&list) != 0) {
-        return nullptr;
-    }
-    return support::InterfaceAddresses(list);
-}
 
 std::string mac_text(const platform::LinkLayerAddress& address) {
     constexpr char digits[] = "0123456789abcdef";

@@ -13,8 +13,8 @@
 #include "network/ipv6_groups.h"
 #include "network/numeric_text.h"
 #include "network/resolving.h"
-#include "network/socket.h"
 #include "support/boundary.h"
+#include "support/open_socket.h"
 #include "vlrcomn/network_util.h"
 
 namespace velora_com::qel {
@@ -76,7 +76,7 @@ int ANetworkUtil::vlrGetLocalIPAddress(const std::string& host, std::string port
                 }
             }
             const support::FileDescriptor socket =
-                network::open_socket(entry->ai_family, entry->ai_socktype, entry->ai_protocol);
+                support::open_socket(entry->ai_family, entry->ai_socktype, entry->ai_protocol);
             if (!socket || ConnectWithTimeout(socket.get(), entry->ai_addr,
                                               static_cast<int>(entry->ai_addrlen),
                                               static_cast<unsigned int>(seconds)) != 0) {

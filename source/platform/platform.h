@@ -1,4 +1,7 @@
-// The seam: every question to the machine that POSIX does not define.
+// The seam: what each system has to be asked in a way of its own. Calls that all supported systems share, POSIX
+// or not (getifaddrs, the list of interfaces by ioctl), stand where they are used; so do those that one system
+// has and another replaces by a plain call, which cmake/probes.cmake finds out. The text of a shell command
+// belongs to who needs its output, and run_command runs it.
 //
 // platform/linux and platform/macosx answer it, platform/posix holds answers that both share, and the
 // tests link a scripted answerer instead. An answerer only asks and converts; deriving, rounding and

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "vlrcomn/logged_on_users.h"
+
 namespace velora_com::qel::session {
 
 namespace {
@@ -33,6 +35,12 @@ std::wstring bounded_list(const std::wstring& network_users, const std::wstring&
         all.replace(comma == std::wstring::npos ? 0 : comma, std::wstring::npos, cut_mark);
     }
     return all;
+}
+
+std::wstring reported_users() {
+    std::wstring users;
+    CollectAllLoggedonUsers(users);
+    return users.empty() ? L"NA" : users;
 }
 
 }  // namespace velora_com::qel::session

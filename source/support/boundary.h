@@ -7,14 +7,18 @@
 
 namespace velora_com::qel::support {
 
-// Runs `body` and returns its result, or `failure` when it throws. A cancelled thread's forced unwinding
-// is no std::exception and passes through.
+// Runs `body` and returns its result, or `failure` when it throws; an empty result when there is no memory
+// for a copy of that either. A cancelled thread's forced unwinding is no std::exception and passes through.
 template <typename Result, typename Body>
-Result or_failure(Result failure, Body&& body) {
+Result or_failure(const Result& failure, Body&& body) {
     try {
         return std::forward<Body>(body)();
     } catch (const std::exception&) {
+    }
+    try {
         return failure;
+    } catch (const std::exception&) {
+        return Result();
     }
 }
 

@@ -1,4 +1,5 @@
-// Owners of the system's resources. A raw release call anywhere else is a fault.
+// Owners of the system's resources. A raw release call stands elsewhere only where the caller is told whether the
+// release succeeded: the closing of a handle, of a search and of a library.
 //
 // Every owner keeps errno through its release, so that a caller still reads why an operation failed.
 #pragma once

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "support/fixed_text.h"
 #include "sync/handle_object.h"
 
 namespace velora_com::qel::sync {
@@ -11,7 +12,8 @@ struct FileRecord {
     int32_t descriptor;
     int32_t delete_on_close;  // 1 removes `path` when the handle is closed
     int32_t end_of_file;      // 1 after a read that returned no bytes
-    char path[260];           // as opened; without a terminator when the name is longer than 259
+    // As opened; without a terminator when the name is too long.
+    char path[support::fixed_text_size];
 };
 
 // Null for a handle that is no file.

@@ -1,6 +1,6 @@
 #include "sysprops/additional_properties.h"
 
-#include "sysprops/fallback_text.h"
+#include "support/boundary.h"
 #include "vlrcomn/system_properties.h"
 
 namespace velora_com::qel::sysprops {
@@ -21,7 +21,7 @@ constexpr AdditionalProperty additional_properties[] = {
 std::wstring ISysProps::GetOneAdditionalProperty(const std::wstring& name) {
     for (const AdditionalProperty& property : additional_properties) {
         if (property.name == name) {
-            return text_or(DefaultProp_Val, property.words);
+            return support::or_failure(DefaultProp_Val, property.words);
         }
     }
     return {};

@@ -9,7 +9,6 @@
 #include "platform/platform.h"
 #include "support/boundary.h"
 #include "support/owners.h"
-#include "sysprops/fallback_text.h"
 #include "vlrcomn/system_properties.h"
 
 namespace velora_com::qel::sysprops {
@@ -45,14 +44,14 @@ bool getComputerName(std::string& name) {
 }
 
 std::wstring getDomainName() {
-    return text_or(unknown_domain, [] {
+    return support::or_failure(unknown_domain, [] {
         const std::optional<std::string> domain = platform::nis_domain();
         return domain && !domain->empty() ? sysprops_ansi_to_wide(*domain) : unknown_domain;
     });
 }
 
 std::wstring getFqdnAddress() {
-    return text_or(DefaultProp_Val, [] {
+    return support::or_failure(DefaultProp_Val, [] {
         char host[2048] = "";
         if (gethostname(host, sizeof host - 1) != 0) {
             return DefaultProp_Val;

@@ -2,7 +2,6 @@
 #include "support/boundary.h"
 #include "support/early_init.h"
 #include "support/owners.h"
-#include "sysprops/fallback_text.h"
 #include "vlrcomn/system_properties.h"
 
 namespace velora_com::qel::sysprops {
@@ -36,7 +35,7 @@ void ISysProps::updateLocalIP(const std::wstring& address) {
 }
 
 std::wstring ISysProps::GetLastKnownLocalIP() {
-    return text_or({}, [] {
+    return support::or_failure(std::wstring(), [] {
         const support::MutexGuard guard(address_mutex);
         return copy_of(m_wstrLastKnownLocalIP);
     });

@@ -4,9 +4,10 @@
 #include <ctime>
 #include <optional>
 
+#include "session/user_list.h"
 #include "support/boundary.h"
 #include "support/owners.h"
-#include "vlrcomn/logged_on_users.h"
+#include "support/time_now.h"
 #include "vlrcomn/system_properties.h"
 #include "vlrcomn/time_text.h"
 
@@ -28,15 +29,14 @@ std::optional<std::string> zone_name() {
 
 // "MM/DD/YYYY hh:mm:ss" of now in local time; nothing when the time cannot be broken down.
 std::optional<std::string> local_time_text() {
-    const support::CancellationOff uncancelled;
-    const time_t now = time(nullptr);
-    tm local;
-    if (localtime_r(&now, &local) == nullptr) {
+    const std::optional<std::tm> local = support::local_time_now();
+    if (!local) {
         return std::nullopt;
     }
     char text[80];
-    std::snprintf(text, sizeof text, "%02d/%02d/%04d %02d:%02d:%02d", local.tm_mon + 1,
-                  local.tm_mday, local.tm_year + 1900, local.tm_hour, local.tm_min, local.tm_sec);
+    std::snprintf(text, sizeof text, "%02d/%02d/%04d %02d:%02d:%02d", local->tm_mon + 1,
+                  local->tm_mday, local->tm_year + 1900, local->tm_hour, local->tm_min,
+                  local->tm_sec);
     return std::string(text);
 }
 
@@ -57,9 +57,7 @@ const wchar_t* language_id() {
 
 bool ISysProps::GetMiscInformation(MiscInformation& info) {
     return support::or_failure(false, [&] {
-        std::wstring users;
-        session::CollectAllLoggedonUsers(users);
-        info.wstrUserName = users.empty() ? L"NA" : users;
+        info.wstrUserName = session::reported_users();
         if (const auto zone = zone_name()) {
             info.wstrTimeZone = sysprops_ansi_to_wide(*zone);
         }

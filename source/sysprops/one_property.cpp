@@ -1,5 +1,5 @@
 // One property by name.
-#include "sysprops/fallback_text.h"
+#include "support/boundary.h"
 #include "sysprops/property_tables.h"
 #include "vlrcomn/system_properties.h"
 
@@ -13,7 +13,7 @@ template <typename Record, size_t count, typename Result>
 std::wstring collect_one(ISysProps& properties, Record& record,
                          Result (ISysProps::*collect)(Record&),
                          const Field<Record> (&fields)[count], const std::wstring& name) {
-    return text_or(DefaultProp_Val, [&] {
+    return support::or_failure(DefaultProp_Val, [&] {
         record = Record();
         (properties.*collect)(record);
         const Field<Record>* const field = find_field(fields, name);

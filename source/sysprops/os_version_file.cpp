@@ -2,13 +2,12 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <utility>
 
 #include "platform/platform.h"
 #include "support/open_file.h"
+#include "support/read_bytes.h"
 
 namespace velora_com::qel::sysprops {
 
@@ -30,16 +29,10 @@ std::string read_file(const char* path) {
     if (!file) {
         return {};
     }
-    std::string bytes(static_cast<size_t>(status.st_size), '\0');
-    size_t length = 0;
-    while (length < bytes.size()) {
-        const ssize_t got = read(file.get(), &bytes[length], bytes.size() - length);
-        if (got == 0 || (got < 0 && errno != EINTR)) {
-            break;
-        }
-        length += got > 0 ? static_cast<size_t>(got) : 0;
-    }
-    bytes.resize(length);
+    const auto size = static_cast<size_t>(status.st_size);
+    std::string bytes;
+    bytes.reserve(size);
+    support::read_bytes(file.get(), bytes, size);
     return bytes;
 }
 

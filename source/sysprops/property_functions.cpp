@@ -1,5 +1,5 @@
 // One exported function for each property.
-#include "sysprops/fallback_text.h"
+#include "support/boundary.h"
 #include "vlrcomn/system_properties.h"
 
 namespace sysprops = velora_com::qel::sysprops;
@@ -7,12 +7,14 @@ namespace sysprops = velora_com::qel::sysprops;
 namespace {
 
 std::wstring property(const std::wstring& name) {
-    return sysprops::text_or(sysprops::DefaultProp_Val,
-                             [&] { return sysprops::ISysProps().GetOneSystemProperty(name); });
+    return velora_com::qel::support::or_failure(sysprops::DefaultProp_Val, [&] {
+        return sysprops::ISysProps().GetOneSystemProperty(name);
+    });
 }
 
 std::wstring not_available() {
-    return sysprops::text_or(sysprops::DefaultProp_Val, [] { return sysprops::DefaultProp_Val; });
+    return velora_com::qel::support::or_failure(sysprops::DefaultProp_Val,
+                                                [] { return sysprops::DefaultProp_Val; });
 }
 
 }  // namespace

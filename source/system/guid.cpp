@@ -7,8 +7,7 @@
 
 #include <cstdlib>
 
-#include "support/config.h"
-#include "support/open_file.h"
+#include "support/open_socket.h"
 #include "system/guid_generator.h"
 
 using namespace velora_com::qel;
@@ -27,12 +26,7 @@ system::GuidGenerator generator VLRCOMN_GUARDED_BY(generator_mutex)(time_of_day,
 
 // Lists the interfaces, as the first GUID of a process always has; the list is not used.
 void list_interfaces() {
-#if defined(VLRCOMN_HAVE_SOCK_CLOEXEC)
-    const support::FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-#else
-    const support::FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM, 0));
-    support::close_on_exec(socket.get());
-#endif
+    const support::FileDescriptor socket = support::open_socket(AF_INET, SOCK_DGRAM, 0);
     alignas(ifreq) char buffer[1024];
     ifconf list = {};
     list.ifc_len = sizeof buffer;

@@ -7,24 +7,12 @@
 
 #include "support/boundary.h"
 #include "support/owners.h"
+#include "support/time_now.h"
 #include "vlrcomn/time_text.h"
 
 using namespace velora_com::qel;
 
 namespace {
-
-// The current time, broken down by gmtime_r or localtime_r. The latter may open a zone file, which a
-// cancelled thread would leave open.
-template <typename BreakDown>
-std::optional<std::tm> now(BreakDown break_down) {
-    const support::CancellationOff no_cancellation;
-    const time_t seconds = std::time(nullptr);
-    std::tm time = {};
-    if (break_down(&seconds, &time) == nullptr) {
-        return std::nullopt;
-    }
-    return time;
-}
 
 void write_digits(const std::optional<std::tm>& time, char* text, size_t size) {
     if (time) {
@@ -43,29 +31,29 @@ void write_digits(const std::optional<std::tm>& time, wchar_t* text, size_t size
     }
 }
 
-template <typename Character, typename BreakDown>
-void write_stamp(BreakDown break_down, Character* text, size_t size) {
+template <typename Character>
+void write_stamp(decltype(&support::gmt_now) now, Character* text, size_t size) {
     if (text != nullptr && size != 0) {
-        write_digits(now(break_down), text, size);
+        write_digits(now(), text, size);
     }
 }
 
 }  // namespace
 
 void orumcomn_CreateGmtTimeStampA(char* text, uint32_t size) {
-    write_stamp(gmtime_r, text, size);
+    write_stamp(support::gmt_now, text, size);
 }
 
 void orumcomn_CreateGmtTimeStampW(wchar_t* text, uint32_t size) {
-    write_stamp(gmtime_r, text, size);
+    write_stamp(support::gmt_now, text, size);
 }
 
 void orumcomn_CreateLocalTimeStampA(char* text, uint32_t size) {
-    write_stamp(localtime_r, text, size);
+    write_stamp(support::local_time_now, text, size);
 }
 
 void orumcomn_CreateLocalTimeStampW(wchar_t* text, uint32_t size) {
-    write_stamp(localtime_r, text, size);
+    write_stamp(support::local_time_now, text, size);
 }
 
 namespace velora_com::qel {
@@ -75,7 +63,7 @@ std::string orumcomn_get_time_stamp_ansi() {
     {
         const support::CancellationOff no_cancellation;
         const support::UncheckedMutexGuard lock(mutex);
-        time = now(localtime_r);
+        time = support::local_time_now();
     }
     char text[80] = {};
     if (time) {

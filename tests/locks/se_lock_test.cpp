@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "locks/peers.h"
-#include "locks/process_id.h"
 #include "support/cancellation.h"
 #include "support/child_process.h"
+#include "support/process_id.h"
 #include "sync/tls_index.h"
 #include "vlrcomn/handle.h"
 #include "vlrcomn/sync.h"
@@ -16,6 +16,7 @@ namespace {
 
 using namespace locks;
 using namespace velora_com::qel::locks;
+namespace support = velora_com::qel::support;
 
 class SELock : public testing::Test {
 protected:
@@ -144,7 +145,7 @@ TEST_F(SELock, NotificationsAreCalledLatestFirstUpToTheFirstServed) {
 TEST(ProcessId, IsKeptUntilAFork) {
     const auto is_kept = [] {
         const auto own = static_cast<uint32_t>(getpid());
-        return process_id() == own && cached_process_id == own;
+        return support::process_id() == own && support::cached_process_id == own;
     };
     EXPECT_TRUE(is_kept());
     EXPECT_TRUE(holds_in_child(is_kept));

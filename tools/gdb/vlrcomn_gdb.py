@@ -68,7 +68,7 @@ class HandlePrinter:
             return "closed"
         if kind == 0:
             file = record_at(self.record["pData"], "velora_com::qel::sync::FileRecord")
-            path = bytes(int(file["path"][i]) & 0xFF for i in range(260)).split(b"\0")[0]
+            path = bytes(int(file["path"][i]) & 0xFF for i in range(file["path"].type.sizeof)).split(b"\0")[0]
             return (f"file {int(file['descriptor'])} \"{path.decode(errors='replace')}\"" +
                     (", deleted on close" if int(file["delete_on_close"]) == 1 else ""))
         if kind == 1:

@@ -9,6 +9,7 @@
 #include "support/interrupted.h"
 #include "support/open_file.h"
 #include "support/owners.h"
+#include "support/read_bytes.h"
 
 namespace velora_com::qel::platform {
 
@@ -62,7 +63,8 @@ Pipe open_pipe() {
 // popen in its plainest form: popen itself hands an ignored SIGPIPE down, and not every system's
 // keeps the stream of one call out of the child of another.
 std::optional<std::string> run_command(const char* command, size_t max_bytes) {
-    std::string output(max_bytes, '\0');
+    std::string output;
+    output.reserve(max_bytes);  // nothing may throw while the child is not waited for
     // The child has to be waited for however the call ends, so that cancelling gains nothing.
     const support::CancellationOff no_cancellation;
     Pipe pipe = open_pipe();
@@ -78,16 +80,7 @@ std::optional<std::string> run_command(const char* command, size_t max_bytes) {
     }
     pipe.write_end.reset();
 
-    size_t length = 0;
-    while (length < max_bytes) {
-        const ssize_t received = retry_interrupted(
-            [&] { return ::read(pipe.read_end.get(), &output[length], max_bytes - length); });
-        if (received <= 0) {
-            break;
-        }
-        length += static_cast<size_t>(received);
-    }
-    output.resize(length);
+    support::read_bytes(pipe.read_end.get(), output, max_bytes);
     pipe.read_end.reset();  // a command that still writes ends by SIGPIPE
     retry_interrupted([&] { return waitpid(child, nullptr, 0); });
     return output;

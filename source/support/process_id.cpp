@@ -1,9 +1,9 @@
-#include "locks/process_id.h"
+#include "support/process_id.h"
 
 #include <pthread.h>
 #include <unistd.h>
 
-namespace velora_com::qel::locks {
+namespace velora_com::qel::support {
 
 std::atomic<uint32_t> cached_process_id{unknown_process};
 
@@ -31,4 +31,4 @@ uint32_t ask_process_id() {
     return current;
 }
 
-}  // namespace velora_com::qel::locks
+}  // namespace velora_com::qel::support
