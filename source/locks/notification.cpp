@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 
-#include "locks/se_lock_record.h"
-
 namespace velora_com::qel::locks {
 namespace {
 

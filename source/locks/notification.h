@@ -10,6 +10,13 @@
 
 namespace velora_com::qel::locks {
 
+// A registration of the notify form, on the heap.
+struct Notification : orLLItem {
+    orSO_NotifyCallback callback;
+    uintptr_t first;
+    uintptr_t second;
+};
+
 // Adds a registration at the head of the list. Ends the process when memory is exhausted: a caller of
 // the notify form has no other way to learn of it than to wait for ever.
 void register_notification(orLLItem*& list, orSO_NotifyCallback callback, uintptr_t first,

@@ -72,11 +72,4 @@ struct Waiter : orLLItem {
     std::atomic<int32_t> waiting;  // 1 until the lock is the thread's
 };
 
-// A registration of the notify form, on the heap.
-struct Notification : orLLItem {
-    orSO_NotifyCallback callback;
-    uintptr_t first;
-    uintptr_t second;
-};
-
 }  // namespace velora_com::qel::locks

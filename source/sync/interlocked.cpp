@@ -25,8 +25,7 @@ void store(volatile int32_t* word, int32_t value) VLRCOMN_REQUIRES(MutexInterloc
     __atomic_store_n(word, value, __ATOMIC_RELEASE);
 }
 
-template <uint32_t difference>
-int32_t change(volatile int32_t* word) {
+int32_t change(volatile int32_t* word, uint32_t difference) {
     if (word == nullptr) {
         note_error(EINVAL);
         return 0;
@@ -42,11 +41,11 @@ int32_t change(volatile int32_t* word) {
 }  // namespace
 
 int32_t oruInterlockedIncrement(volatile int32_t* value) {
-    return change<1>(value);
+    return change(value, 1);
 }
 
 int32_t oruInterlockedDecrement(volatile int32_t* value) {
-    return change<UINT32_MAX>(value);
+    return change(value, UINT32_MAX);
 }
 
 int32_t oruInterlockedExchange(volatile int32_t* target, int32_t value) {

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""homes.py LIBRARY OBJECTS: each exported name is defined in the folder of a header that declares it.
+"""homes.py LIBRARY OBJECTS: each exported name is defined in the folder of a header that declares it, and a type
+of an internal header stands in the file that bears its name, if there is one.
 
 OBJECTS is the folder with the objects of the library's core, one folder below it for each of source/.
 """
@@ -25,6 +26,17 @@ def words(header):
     return set(re.findall(r"\w+", text))
 
 
+def misplaced_types():
+    """Types of internal headers that the name of another file promises: FileRecord belongs to file_record."""
+    stems = {file.stem for file in Path("source").rglob("*.*") if file.suffix in (".h", ".cpp")}
+    for header in sorted(Path("source").rglob("*.h")):
+        for name in re.findall(r"^(?:struct|class)\b[^;{()]*?(?:\([^()]*\) )?(\w+)(?: final)?(?: :[^;{]*)? \{",
+                               header.read_text(), re.M):
+            stem = re.sub(r"(?<=[a-z0-9])(?=[A-Z])", "_", name).lower()
+            if stem in stems - {header.stem} and header.name != "platform.h":  # that is whole for who answers it
+                yield f"{header}: {name} belongs to the files {stem}"
+
+
 library, objects = sys.argv[1], Path(sys.argv[2])
 exported = {name for _, name in defined([library], "-D")}
 pairs = [(Path(file).relative_to(objects), name)
@@ -32,7 +44,7 @@ pairs = [(Path(file).relative_to(objects), name)
 readable = subprocess.run(["c++filt"], input="\n".join(name for _, name in pairs), check=True,
                           capture_output=True, text=True).stdout.splitlines()
 declared = {folder.name: set().union(*map(words, folder.headers)) for folder in folders().values()}
-bad = []
+bad = [*misplaced_types()]
 for (file, _), name in zip(pairs, readable):
     plain = re.sub(r"\[abi:\w+\]|^(vtable|typeinfo|typeinfo name) for |<.*", "", name.split("(")[0]).split(" ")[-1]
     parts = [part.lstrip("~") for part in plain.split("::")]
