@@ -12,11 +12,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 int main(int argument_count, char** arguments) {
     LLVMFuzzerTestOneInput(nullptr, 0);
     for (int i = 1; i < argument_count; ++i) {
-        std::printf("%s\n", arguments[i]);
-        std::fflush(stdout);  // a target that finds a fault aborts
+        std::fprintf(stderr, "%s\n", arguments[i]);  // the last one named is that of the fault
         std::ifstream file(arguments[i], std::ios::binary);
         if (!file) {
-            std::printf("cannot be read\n");
+            std::fprintf(stderr, "cannot be read\n");
             return 1;
         }
         const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};

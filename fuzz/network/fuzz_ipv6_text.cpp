@@ -19,7 +19,7 @@ using velora_com::qel::convertV6AddrToLiteralFormat;
 using velora_com::qel::expandIPV6Address;
 using velora_com::qel::noOfOccurences;
 
-const std::string domain = ".ipv6-literal.net";
+constexpr char domain[] = ".ipv6-literal.net";
 
 void require_equal(const char* what, const std::string& result, const std::string& model) {
     if (result != model) {
@@ -50,7 +50,7 @@ std::string cut_at(const std::string& text, char ch) {
 }
 
 std::string expanded(const std::string& address) {
-    const std::string text = cut_at(address, '%');
+    std::string text = cut_at(address, '%');
     for (size_t i = 1; i < text.size(); ++i) {
         if (text[i - 1] != ':' || text[i] != ':') {
             continue;
@@ -140,7 +140,7 @@ std::string literal(const std::string& address) {
 }
 
 std::string from_literal(const std::string& text) {
-    const std::string name = without_brackets(text);
+    std::string name = without_brackets(text);
     if (!contains(name, domain)) {
         return name;
     }

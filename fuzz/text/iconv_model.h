@@ -34,14 +34,14 @@ inline std::string convert(iconv_t converter, std::string input, size_t output_s
 
 // Texts end at their first zero, as C texts do.
 inline std::string unicode_to_utf8(const std::wstring& text) {
-    static const iconv_t converter = iconv_open("UTF8", "WCHAR_T");
+    static iconv_t converter = iconv_open("UTF8", "WCHAR_T");
     const std::wstring input = up_to_the_last_code(text.c_str());
     const std::string bytes(reinterpret_cast<const char*>(input.data()), 4 * input.size());
     return convert(converter, bytes, 6 * input.size());
 }
 
 inline std::wstring utf8_to_unicode(const std::string& text) {
-    static const iconv_t converter =
+    static iconv_t converter =
         iconv_open(velora_com::qel::isBigEndian() ? "UCS-4BE" : "UCS-4LE", "UTF8");
     const std::string input(text.c_str());
     const std::string bytes = convert(converter, input, 4 * (input.size() + 1));

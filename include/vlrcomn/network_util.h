@@ -212,6 +212,7 @@ public:
 
 protected:
     /** 1 enables the gated operations; anything else disables them. */
+    // NOLINTNEXTLINE(misc-non-private-member-variables-in-classes): part of the interface
     int32_t enabled_ = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include "support/early_init.h"
 
+// NOLINTBEGIN(cert-err58-cpp): the interface has strings; without memory for them no program starts
 namespace velora_com::qel {
 
 // Sections of the agent policy.
@@ -176,3 +177,4 @@ const std::wstring VLRCOMN_EARLY_INIT props_key_refresh_interval = L"PropsRefres
 const std::wstring VLRCOMN_EARLY_INIT props_loggedon_user = L"UserName";
 
 }  // namespace velora_com::qel
+// NOLINTEND(cert-err58-cpp)

@@ -58,6 +58,7 @@ int vLogInSystemLog(int level, const char* format, std::va_list arguments) {
     return vLogInSystemLog(level, default_tag, format, arguments);
 }
 
+// NOLINTBEGIN(cert-dcl50-cpp): the interface has printf's form
 int LogInSystemLog(SyslogPriority priority, const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
@@ -73,5 +74,6 @@ int LogInSystemLog(SyslogPriority priority, const char* ident, const char* forma
     va_end(arguments);
     return result;
 }
+// NOLINTEND(cert-dcl50-cpp)
 
 }  // namespace velora_com::qel

@@ -26,7 +26,11 @@ FileRecord* required_file(oruHandle handle) {
 
 // The same for a call that tells how many bytes it moved, which needs a place for that.
 FileRecord* required_file(oruHandle handle, const uint32_t* count) {
-    return required_file(count != nullptr ? handle : nullptr);
+    if (count == nullptr) {
+        note_error(EINVAL);
+        return nullptr;
+    }
+    return required_file(handle);
 }
 
 // Tells the result of read or write: true unless it is negative.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <string_view>
 
 #include "files/find_table.h"
 #include "support/config.h"
@@ -34,9 +35,11 @@ bool status_of_path(const char* directory, const char* name, struct stat& status
         return false;
     }
     char path[support::fixed_text_size];
-    std::strcpy(path, directory);
-    std::strcat(path, separator_behind(directory));
-    std::strcat(path, name);
+    char* end = path;
+    for (const std::string_view part : {directory, separator_behind(directory), name}) {
+        end = std::copy(part.begin(), part.end(), end);
+    }
+    *end = '\0';
     return ::stat(path, &status) == 0;
 }
 

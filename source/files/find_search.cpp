@@ -76,6 +76,7 @@ intptr_t refused(int error) {
 }
 
 bool read_next(const SearchEntry& search, oruFindData& data) {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is that of one search
     while (const dirent* const entry = ::readdir(search.stream.get())) {
         if (std::strlen(entry->d_name) < sizeof data.name &&
             oruWildCardMatch(search.pattern, entry->d_name) == 0) {

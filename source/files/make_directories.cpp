@@ -43,10 +43,11 @@ void make_directories(char* path) {
 
 uint32_t orumcomn_MakeRecursiveDirectoryA(const char* path) {
     char copy[fixed_text_size];
-    if (path == nullptr || std::strlen(path) >= sizeof copy) {
+    const size_t length = path != nullptr ? std::strlen(path) : sizeof copy;
+    if (length >= sizeof copy) {
         return ORU_FAILURE;
     }
-    std::strcpy(copy, path);
+    std::memcpy(copy, path, length + 1);
     make_directories(copy);
     return ORU_FAILURE;
 }

@@ -40,6 +40,7 @@ public:
     TreeFolder open_parent(const FolderIdentity& expected) const;
 
     // The next entry, "." and ".." included, null at the end; valid until the next call.
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is that of one deletion
     const dirent* next() const { return ::readdir(stream_.get()); }
     // Back to the first entry.
     void rewind() const { ::rewinddir(stream_.get()); }

@@ -75,12 +75,13 @@ std::string TreeFolder::move_up(const char* name, const FolderIdentity& top, uin
     }
     while (looks_like(path_, identity_) && looks_like(top_path, top)) {
         std::string new_name = std::to_string(next++);
-        const std::string to = top_path + '/' + new_name;
+        const std::string to = (top_path + '/').append(new_name);
         if (::rename(from.c_str(), to.c_str()) == 0) {
             if (looks_like(to, {folder.st_dev, folder.st_ino})) {
                 return new_name;
             }
-            ::rename(to.c_str(), from.c_str());  // a stranger, moved through a link: it goes back
+            // A stranger, moved through a link: it goes back.
+            static_cast<void>(::rename(to.c_str(), from.c_str()));
             return {};
         }
         if (errno != ENOTEMPTY && errno != EEXIST && errno != ENOTDIR) {

@@ -23,7 +23,7 @@ SharedMessage<char> load_message;
 SharedMessage<wchar_t> wide_load_message;
 
 void set_message(LocalMessage& message, const char* text) {
-    std::strcpy(message, text);
+    std::memcpy(message, text, std::strlen(text) + 1);
 }
 
 // Loads a library that has no entry yet into `slot`.

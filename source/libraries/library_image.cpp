@@ -9,7 +9,7 @@
 namespace velora_com::qel::libraries {
 
 void append_loader_words(char* message) {
-    const char* const words = ::dlerror();
+    const char* const words = ::dlerror();  // NOLINT(concurrency-mt-unsafe): kept per thread
     if (words == nullptr || message == nullptr) {
         return;
     }

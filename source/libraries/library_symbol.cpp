@@ -14,7 +14,7 @@ SharedMessage<char> symbol_message;
 // Why the look-up of a symbol gave null: nothing for a symbol whose address is null. The look-up is done
 // again between two readings of the loader's state, which may hold an older failure.
 void explain_missing_symbol(void* module, const char* name) {
-    ::dlerror();
+    ::dlerror();  // NOLINT(concurrency-mt-unsafe): kept per thread
     if (::dlsym(module, name) == nullptr) {
         LocalMessage words = "";
         append_loader_words(words);

@@ -13,7 +13,7 @@ namespace velora_com::qel::locks {
 namespace {
 
 oruHandle event_of(const Waiter& waiter) {
-    return reinterpret_cast<oruHandle>(waiter.thread);  // NOLINT(performance-no-int-to-ptr)
+    return reinterpret_cast<oruHandle>(waiter.thread);
 }
 
 // What a cancelled waiter leaves behind.

@@ -35,7 +35,7 @@ uintptr_t orSO_ThreadAttach() {
     if (known != ORSO_NO_THREAD) {
         return known;
     }
-    const oruHandle event = oruCreateEvent(nullptr, 1, 0, nullptr);
+    oruHandle event = oruCreateEvent(nullptr, 1, 0, nullptr);
     if (event == nullptr) {
         return 0;
     }

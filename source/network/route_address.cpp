@@ -54,9 +54,11 @@ std::optional<std::string> local_end(int socket, int flags) {
 
 }  // namespace
 
+// NOLINTBEGIN(bugprone-easily-swappable-parameters): the interface has this order
 int ANetworkUtil::vlrGetLocalIPAddress(const std::string& host, std::string port,
                                        std::string& local, const bool& ipv4Only, int niFlags,
                                        int seconds) const {
+    // NOLINTEND(bugprone-easily-swappable-parameters)
     if (enabled_ != 1) {
         return -1;
     }

@@ -16,6 +16,7 @@ support::Mutex cursor_mutex;
 
 // One walk over the database. It ends the database before it begins: on Mac OS X 10.4 setutxent only
 // seeks, and the stream of a process that is not root goes on with the bytes that it has read before.
+// NOLINTBEGIN(concurrency-mt-unsafe): the mutex makes it one walk at a time
 struct Walk {
     Walk() VLRCOMN_REQUIRES(cursor_mutex) { endutxent(); }
     ~Walk() VLRCOMN_REQUIRES(cursor_mutex) { setutxent(); }
@@ -24,6 +25,7 @@ struct Walk {
 
     static const utmpx* next() VLRCOMN_REQUIRES(cursor_mutex) { return getutxent(); }
 };
+// NOLINTEND(concurrency-mt-unsafe)
 
 // A field of the record, which ends at its terminator or, without one, with the field.
 template <size_t size>

@@ -139,6 +139,7 @@ private:
 // can refuse his caller asks the guard.
 class VLRCOMN_SCOPED_CAPABILITY MutexGuard {
 public:
+    // NOLINTNEXTLINE(misc-non-copyable-objects): a reference, no copy
     explicit MutexGuard(Mutex& mutex) noexcept VLRCOMN_ACQUIRE(mutex) : guard_(*mutex.native()) {}
     ~MutexGuard() VLRCOMN_RELEASE() = default;
     MutexGuard(const MutexGuard&) = delete;

@@ -58,8 +58,7 @@ oruHandle oruBeginThread(void*, uint32_t, oruThreadRoutine routine, void* parame
 
 oruHandle oruCreateThread(void* attributes, uint32_t stack_size, oruThreadRoutine routine,
                           void* parameter, uint32_t flags, uint32_t* thread_id) {
-    const oruHandle handle =
-        oruBeginThread(attributes, stack_size, routine, parameter, flags, thread_id);
+    oruHandle handle = oruBeginThread(attributes, stack_size, routine, parameter, flags, thread_id);
     return handle == ORU_INVALID_HANDLE ? nullptr : handle;
 }
 
@@ -76,7 +75,7 @@ void* oruThreadJuggle(void* start_block) {
     pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &ignored);
     pthread_cleanup_pop(0);
     oruCleanupThread(start_block);
-    return reinterpret_cast<void*>(uintptr_t{result});  // NOLINT(performance-no-int-to-ptr)
+    return reinterpret_cast<void*>(uintptr_t{result});
 }
 
 void oruCleanupThread(void* start_block) {

@@ -54,7 +54,7 @@ bool name_code(const NamedCode (&table)[count], long code, char* out) {
     }
     for (const NamedCode& entry : table) {
         if (entry.code == code) {
-            std::strcpy(out, entry.name);
+            std::memcpy(out, entry.name, std::strlen(entry.name) + 1);
             return true;
         }
     }

@@ -19,7 +19,7 @@ namespace {
 support::Mutex resolver_mutex;
 
 const hostent* ask_resolver(const char* host) VLRCOMN_REQUIRES(resolver_mutex) {
-    return gethostbyname(host);
+    return gethostbyname(host);  // NOLINT(concurrency-mt-unsafe): see resolver_mutex
 }
 
 // The official name under which the resolver knows `host`.

@@ -43,6 +43,7 @@ std::wstring ISysProps::GetLastKnownLocalIP() {
 
 }  // namespace velora_com::qel::sysprops
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes a copy
 void orumcomn_set_local_ip_addr(std::wstring address) {
     velora_com::qel::sysprops::ISysProps::updateLocalIP(address);
 }

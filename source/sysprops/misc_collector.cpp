@@ -43,6 +43,7 @@ std::optional<std::string> local_time_text() {
 // The server knows three languages. It spells British English "en_UK", so that a locale of "en_GB" is
 // reported like any other.
 const wchar_t* language_id() {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): only a program that changes its environment meanwhile
     const char* const locale = std::getenv("LANG");
     if (locale != nullptr && std::strstr(locale, "en_UK") != nullptr) {
         return L"0809";

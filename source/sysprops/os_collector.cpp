@@ -44,7 +44,7 @@ const wchar_t* bit_mode() {
     if (!output) {
         return L"-1";
     }
-    return std::atoi(output->c_str()) != 0 ? L"1" : L"0";
+    return std::strtol(output->c_str(), nullptr, 10) != 0 ? L"1" : L"0";
 }
 
 }  // namespace

@@ -110,9 +110,11 @@ std::wstring orumcomn_get_boot_time() {
 std::wstring orumcomn_get_file_system_name(int) {
     return not_available();
 }
+// NOLINTBEGIN(performance-unnecessary-value-param): the interface takes copies
 std::wstring orumcomn_get_file_system_free_space_by_name(std::wstring) {
     return not_available();
 }
 std::wstring orumcomn_get_file_system_total_space_by_name(std::wstring) {
     return not_available();
 }
+// NOLINTEND(performance-unnecessary-value-param)

@@ -2,6 +2,7 @@
 
 #include "support/early_init.h"
 
+// NOLINTBEGIN(cert-err58-cpp): the interface has strings; without memory for them no program starts
 namespace velora_com::qel::sysprops {
 
 // Names of properties.
@@ -89,3 +90,4 @@ const std::string VLRCOMN_EARLY_INIT suse_server_strings = ", Server ";
 const std::wstring VLRCOMN_EARLY_INIT os_platform_ini = L"/etc/qel.d/osinfo.ini";
 
 }  // namespace velora_com::qel::sysprops
+// NOLINTEND(cert-err58-cpp)

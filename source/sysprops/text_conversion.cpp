@@ -3,6 +3,7 @@
 
 namespace velora_com::qel::sysprops {
 
+// NOLINTBEGIN(performance-unnecessary-value-param): the interface takes copies
 std::string sysprops_wide_to_ansi(std::wstring text) {
     return orumcomn_wide_to_ansi(text);
 }
@@ -10,5 +11,6 @@ std::string sysprops_wide_to_ansi(std::wstring text) {
 std::wstring sysprops_ansi_to_wide(std::string text) {
     return orumcomn_ansi_to_wide(text);
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 }  // namespace velora_com::qel::sysprops

@@ -34,11 +34,13 @@ time_t vlrcomn_timegm(std::tm* time) {
     const support::CancellationOff no_cancellation;
     const support::UncheckedMutexGuard lock(mutex);
     const time_t seconds = timegm(time);
+    // NOLINTBEGIN(concurrency-mt-unsafe): the library's own calls take the mutex
     const char* const zone = std::getenv("TZ");
     if (zone != nullptr && !is_kept(zone)) {
         unsetenv("TZ");
     }
     tzset();
+    // NOLINTEND(concurrency-mt-unsafe)
     return seconds;
 }
 

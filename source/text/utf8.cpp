@@ -151,6 +151,7 @@ char* encode(const wchar_t* text, size_t length, char* out) noexcept {
         if (text == end) {
             return out;
         }
+        // NOLINTNEXTLINE(bugprone-signed-char-misuse): a wide one, and a negative one has no form
         const uint32_t code = static_cast<uint32_t>(*text++);
         const unsigned bytes = bytes_for(code);
         if (bytes == 0) {

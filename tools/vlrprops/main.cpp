@@ -27,6 +27,7 @@ std::string names_text() {
     return lines;
 }
 
+// NOLINTBEGIN(concurrency-mt-unsafe): no other thread has been started
 int run(int count, char** arguments) {
     std::string error;
     const std::optional<Options> options = read_options(count, arguments, error);
@@ -66,6 +67,7 @@ int run(int count, char** arguments) {
     }
     return 0;
 }
+// NOLINTEND(concurrency-mt-unsafe)
 
 }  // namespace
 

@@ -55,7 +55,7 @@ std::optional<uint64_t> clock_hz(std::string_view text) {
         ++rest;
         for (uint32_t place = 100'000; place > 0 && rest != end && *rest >= '0' && *rest <= '9';
              place /= 10, ++rest) {
-            hertz += static_cast<uint32_t>(*rest - '0') * place;
+            hertz += static_cast<uint64_t>(*rest - '0') * place;
         }
     }
     return hertz;

@@ -91,7 +91,7 @@ private:
     struct PlaceHash {
         size_t operator()(const Place& place) const {
             return std::hash<std::string_view>()(place.path) +
-                   31 * static_cast<uint32_t>(place.mount);
+                   size_t{31} * static_cast<uint32_t>(place.mount);
         }
     };
 

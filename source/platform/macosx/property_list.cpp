@@ -49,6 +49,7 @@ std::optional<std::vector<std::optional<std::string>>> property_list_strings(
         return std::nullopt;
     }
     std::vector<std::optional<std::string>> strings;
+    strings.reserve(keys.size());
     for (const std::string_view key : keys) {
         strings.push_back(find_string(static_cast<CFDictionaryRef>(list.get()), key));
     }

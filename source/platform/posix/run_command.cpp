@@ -48,6 +48,7 @@ Pipe open_pipe() {
     sigset_t broken_pipe;
     sigemptyset(&broken_pipe);
     sigaddset(&broken_pipe, SIGPIPE);
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the child has one thread
     sigprocmask(SIG_UNBLOCK, &broken_pipe, nullptr);
     if (output == STDOUT_FILENO) {
         fcntl(output, F_SETFD, 0);  // the process had closed its standard output
