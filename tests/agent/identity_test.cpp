@@ -1,9 +1,7 @@
 #include <dlfcn.h>
-#include <gtest/gtest.h>
-
-#include <cstdlib>
 
 #include "support/scripted_platform.h"
+#include "support/test.h"
 #include "vlrcomn/agent_identity.h"
 
 using velora_com::qel::platform::script;

@@ -1,5 +1,4 @@
-#include <gtest/gtest.h>
-
+#include "support/test.h"
 #include "vlrcomn/policy_keys.h"
 
 // Read before main, by an initialiser that may run before those of the library's own files.

@@ -1,19 +1,7 @@
 // The log and the signal loop, with the C library's log replaced by a list of what it was told.
-#include <gtest/gtest.h>
 #include <syslog.h>
-#include <unistd.h>
 
-#include <cerrno>
-#include <csignal>
-#include <cstdio>
-#include <deque>
-#include <mutex>
-#include <set>
-#include <sstream>
-#include <thread>
-#include <utility>
-#include <vector>
-
+#include "support/test.h"
 #include "vlrcomn/signal_handler.h"
 #include "vlrcomn/system_log.h"
 

@@ -1,18 +1,9 @@
-#include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-
 #include <climits>
-#include <functional>
 
-#include "support/child_process.h"
 #include "support/fault_injection.h"
-#include "support/temporary_folder.h"
 #include "vlrcomn/file_system.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 class DeleteTree : public testing::Test {
 protected:

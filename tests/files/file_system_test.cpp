@@ -1,15 +1,7 @@
-#include <gmock/gmock.h>
-
-#include <cerrno>
-#include <set>
-
-#include "support/assertion_message.h"
-#include "support/temporary_folder.h"
 #include "vlrcomn/file_system.h"
+#include "support/test.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 class FileSystem : public testing::Test {
 protected:
@@ -60,8 +52,7 @@ TEST_F(FileSystem, ACopyThatFailsLosesNothing) {
 
 TEST_F(FileSystem, OnlyWhatEndsInASlashIsMade) {
     const std::string long_one = "long/" + std::string(253, 'x');
-    const fs::path before = fs::current_path();
-    fs::current_path(folder_.path());
+    folder_.enter();
     // The last one has a slash among the first four characters.
     for (const auto& path :
          {std::string("cccc/d/e"), long_one + "/", long_one + "x/", std::string("123/4/")}) {
@@ -77,7 +68,6 @@ TEST_F(FileSystem, OnlyWhatEndsInASlashIsMade) {
     for (const auto& entry : fs::recursive_directory_iterator(".")) {
         made.insert(fs::relative(entry));
     }
-    fs::current_path(before);
     EXPECT_THAT(made, testing::ElementsAre("cccc", "cccc/d", "long", long_one, "source", "wide",
                                            "wide/\xe4"));
     EXPECT_EQ(fs::status(folder_ / "cccc").permissions(), fs::perms::owner_all);

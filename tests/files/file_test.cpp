@@ -1,14 +1,8 @@
-#include <fcntl.h>
-#include <gtest/gtest.h>
-
-#include <cerrno>
-
+#include "vlrcomn/file.h"
 #include "support/fault_injection.h"
-#include "support/temporary_folder.h"
 #include "sync/error_word.h"
 #include "sync/file_record.h"
 #include "sync/handle_object.h"
-#include "vlrcomn/file.h"
 #include "vlrcomn/file_system.h"
 #include "vlrcomn/handle.h"
 #include "vlrcomn/sync.h"

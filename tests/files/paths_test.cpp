@@ -1,16 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <utility>
-
 #include "support/fault_injection.h"
-#include "support/temporary_folder.h"
 #include "vlrcomn/path_resolution.h"
 
 using namespace velora_com::qel;
 
 namespace {
-
-namespace fs = std::filesystem;
 
 // What a call gives; a failed one leaves its argument alone.
 std::string flat(const FileNameFlattener& flattener) {
@@ -26,16 +19,14 @@ class Paths : public testing::Test {
 protected:
     Paths() {
         fs::create_directories(root_ + "/sub/deep");
-        fs::current_path(root_ + "/sub");
+        folder_.enter("sub");
     }
-    ~Paths() override { fs::current_path(before_); }
 
     std::string link(const std::string& target, const std::string& name) {
         fs::create_symlink(target, folder_ / name);
         return folder_ / name;
     }
 
-    const fs::path before_ = fs::current_path();
     const TemporaryFolder folder_;
     const std::string& root_ = folder_.path();
     const std::string file_ = folder_.write("file");

@@ -1,22 +1,10 @@
-#include <fcntl.h>
-#include <gmock/gmock.h>
-#include <sys/stat.h>
-
-#include <atomic>
-#include <cerrno>
-#include <cstring>
-#include <future>
-#include <set>
-
-#include "support/temporary_folder.h"
+#include "support/test.h"
 #include "sync/error_word.h"
 #include "vlrcomn/file.h"
 #include "vlrcomn/file_system.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-using testing::ElementsAre;
 using velora_com::qel::sync::nErrno;
 
 // The names that a search finds.
@@ -83,11 +71,9 @@ TEST_F(Search, FillsTheRecordFromTheStatus) {
     EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, (folder_ / "").c_str()), &data_);
     EXPECT_EQ(std::memcmp(&data_, &large, sizeof large), 0);
     EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, folder_.path().c_str())->size, 0u);
-    const fs::path before = fs::current_path();
-    fs::current_path(folder_.path());
+    folder_.enter();
     EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, ".")->size, 3u);
     EXPECT_THAT(found("larg"), ElementsAre("large"));
-    fs::current_path(before);
     EXPECT_EQ(oruSetFindDataDirEnt(nullptr, &entry, "."), nullptr);
     EXPECT_EQ(oruSetFindDataDirEnt(&data_, nullptr, "."), nullptr);
     EXPECT_EQ(oruSetFindDataDirEnt(&data_, &entry, nullptr), nullptr);

@@ -1,7 +1,7 @@
 // The shared library in a process that has loaded much else.
 #include <dlfcn.h>
 
-#include "support/temporary_folder.h"
+#include "support/test.h"
 
 namespace {
 

@@ -1,13 +1,8 @@
 #include <dlfcn.h>
-#include <gmock/gmock.h>
-
-#include <functional>
-#include <thread>
 
 #include "libraries/library_list.h"
 #include "support/fault_injection.h"
 #include "support/owners.h"
-#include "support/temporary_folder.h"
 #include "sync/error_word.h"
 #include "vlrcomn/thread.h"
 
@@ -22,7 +17,6 @@ extern "C" VLRCOMN_API int library_called(void* module, uint32_t reason, void*) 
 
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using velora_com::qel::libraries::pDynamicLibraryList;
 using velora_com::qel::libraries::slots_mutex;

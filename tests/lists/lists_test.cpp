@@ -1,14 +1,6 @@
 // The linked list, the intrusive lists, and these with their locks.
-#include <gtest/gtest.h>
-
-#include <deque>
-#include <random>
-#include <thread>
-#include <utility>
-#include <vector>
 
 #include "locks/peers.h"
-#include "support/assertion_message.h"
 #include "vlrcomn/linked_list.h"
 #include "vlrcomn/locked_list.h"
 

@@ -1,8 +1,4 @@
 // Locks when the system refuses memory, and when the spin word stays held.
-#include <unistd.h>
-
-#include <atomic>
-#include <thread>
 
 #include "locks/spin_word.h"
 #include "support/fault_injection.h"

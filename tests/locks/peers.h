@@ -1,15 +1,11 @@
 // Threads that use locks, and ways to see what a lock is doing without waiting for time to pass.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <condition_variable>
-#include <functional>
-#include <mutex>
-#include <thread>
 
 #include "locks/se_lock_record.h"
 #include "locks/spin_word.h"
+#include "support/test.h"
 
 namespace locks {
 

@@ -1,12 +1,4 @@
-#include <atomic>
-#include <deque>
-#include <random>
-#include <string>
-#include <vector>
-
 #include "locks/peers.h"
-#include "support/cancellation.h"
-#include "support/child_process.h"
 #include "support/process_id.h"
 #include "sync/tls_index.h"
 #include "vlrcomn/handle.h"

@@ -1,16 +1,9 @@
 // The table of interfaces, link-local scopes and resolved addresses, from lists that the test writes.
 #include <arpa/inet.h>
-#include <gmock/gmock.h>
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <netdb.h>
 #include <netpacket/packet.h>
-#include <sys/resource.h>
-
-#include <algorithm>
-#include <cstring>
-#include <memory>
-#include <utility>
 
 #include "support/fault_injection.h"
 #include "vlrcomn/net_interface.h"

@@ -1,16 +1,10 @@
 // The socket helpers on the loopback, and what they make of text.
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <netdb.h>
 #include <poll.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 
-#include <cerrno>
-#include <chrono>
-
 #include "support/owners.h"
-#include "support/skip.h"
+#include "support/test.h"
 #include "vlrcomn/ipv6_text.h"
 #include "vlrcomn/network_util.h"
 

@@ -1,16 +1,13 @@
 // What the Linux answerer reads out of the system's texts and says of this machine; the test of the whole
 // report compares processors, memory, disks and interfaces with the system's own tools.
-#include <gmock/gmock.h>
 #include <ifaddrs.h>
 #include <netpacket/packet.h>
-
-#include <ctime>
-#include <fstream>
 
 #include "platform/linux/cpu_info.h"
 #include "platform/linux/memory_info.h"
 #include "platform/linux/mount_table.h"
 #include "support/owners.h"
+#include "support/test.h"
 
 namespace velora_com::qel::platform {
 namespace {

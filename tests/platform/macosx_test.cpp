@@ -1,7 +1,6 @@
 // The Mac answerer against the imitated Mac: it asks the right questions, in the right sizes, takes every
 // failure as "nothing" and keeps nothing.
 #include <CoreServices/CoreServices.h>
-#include <gmock/gmock.h>
 #include <ifaddrs.h>
 #include <net/if_dl.h>
 #include <sys/sysctl.h>
@@ -9,13 +8,13 @@
 
 #include "mac_imitation/mac_imitation.h"
 #include "platform/platform.h"
+#include "support/test.h"
 
 namespace velora_com::qel::platform {
 namespace {
 
 using mac_imitation::Kind;
 using mac_imitation::machine;
-using testing::ElementsAre;
 using testing::FieldsAre;
 using testing::Optional;
 

@@ -1,18 +1,9 @@
 // The answers that both systems share, and the kernel's own copy on Linux.
-#include <fcntl.h>
-#include <gmock/gmock.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
-#include <sstream>
-#include <thread>
 
 #include "platform/posix/block_counts.h"
 #include "platform/posix/copy_by_blocks.h"
-#include "support/child_process.h"
 #include "support/owners.h"
+#include "support/test.h"
 
 namespace velora_com::qel::platform {
 namespace {

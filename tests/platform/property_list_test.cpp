@@ -1,7 +1,7 @@
 // Ways of writing, values of other kinds and nesting: see the fuzz target's model.
-#include <gmock/gmock.h>
 
 #include "platform/platform.h"
+#include "support/test.h"
 
 namespace velora_com::qel::platform {
 namespace {

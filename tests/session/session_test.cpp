@@ -1,18 +1,11 @@
 // The session walk on record files, users and directory answers of the test's own, and its text half.
-#include <gmock/gmock.h>
 #include <grp.h>
 #include <pwd.h>
-#include <unistd.h>
 #include <utmpx.h>
-
-#include <atomic>
-#include <cstring>
-#include <fstream>
-#include <thread>
 
 #include "session/user_list.h"
 #include "support/scripted_platform.h"
-#include "support/temporary_folder.h"
+#include "support/test.h"
 #include "vlrcomn/agent_identity.h"
 #include "vlrcomn/logged_on_users.h"
 
@@ -44,7 +37,6 @@ extern "C" int __wrap_access(const char* path, int mode) {
 }
 
 using namespace velora_com::qel::session;
-using testing::ElementsAre;
 using velora_com::qel::platform::script;
 
 class Session : public testing::Test {

@@ -1,19 +1,11 @@
 #include "support/fault_injection.h"
 
 #include <dirent.h>
-#include <fcntl.h>
 #include <ifaddrs.h>
 #include <netdb.h>
-#include <pthread.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <cstdarg>
-#include <cstdlib>
-#include <cstring>
-#include <new>
 
 namespace fault_injection {
 

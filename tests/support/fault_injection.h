@@ -6,13 +6,9 @@
 // between the construction and the disarming of a FailNth: they allocate too.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <sys/time.h>
 
-#include <array>
-#include <cstdint>
-#include <functional>
-#include <optional>
+#include "support/test.h"
 
 namespace fault_injection {
 

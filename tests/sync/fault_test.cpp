@@ -1,14 +1,11 @@
 #include "support/fault_injection.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
 #if __has_include(<linux/seccomp.h>)
 #include <linux/seccomp.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #endif
 
-#include "support/skip.h"
 #include "sync_support.h"
 #include "vlrcomn/file.h"
 

@@ -1,8 +1,7 @@
 // What the tests of handles, waits and threads share.
 #pragma once
 
-#include <gtest/gtest.h>
-
+#include "support/test.h"
 #include "sync/handle_object.h"
 #include "vlrcomn/sync.h"
 #include "vlrcomn/thread.h"

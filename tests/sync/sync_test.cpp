@@ -1,12 +1,6 @@
 // Handles, waits and threads, alone and many at once; no sleep stands for synchronisation.
 #include <limits.h>
 
-#include <atomic>
-#include <chrono>
-#include <thread>
-#include <vector>
-
-#include "support/cancellation.h"
 #include "sync/error_word.h"
 #include "sync/tls_index.h"
 #include "sync_support.h"
@@ -112,7 +106,7 @@ TEST(Thread, EveryWayToEndSignalsTheHandleAndFreesTheIndices) {
     };
     for (const auto& ending : endings) {
         SCOPED_TRACE(&ending - endings);
-        if (&ending == endings + 2 && !condition_waits_can_be_cancelled()) {
+        if (&ending == endings + 2 && !condition_waits_can_be_cancelled) {
             break;
         }
         ASSERT_EQ(oruTlsAlloc(), 0u);

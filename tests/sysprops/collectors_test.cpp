@@ -1,19 +1,11 @@
 // The collectors against machines that the test describes. The calls by which they name this host are
 // answered here instead of by the C library.
-#include <gtest/gtest.h>
 #include <netdb.h>
-#include <pthread.h>
 #include <sys/socket.h>
 #include <sys/utsname.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <cstring>
-#include <ctime>
-#include <utility>
 
 #include "support/scripted_platform.h"
-#include "support/temporary_folder.h"
+#include "support/test.h"
 #include "sysprops/address_choice.h"
 #include "vlrcomn/system_properties.h"
 

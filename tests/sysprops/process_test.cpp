@@ -1,8 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <thread>
-
+#include "support/test.h"
 #include "vlrcomn/system_properties.h"
 #include "vlrcomn/time_text.h"
 

@@ -1,11 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <future>
-#include <set>
-
-#include "system/guid_generator.h"
 #include "vlrcomn/guid.h"
+#include "support/test.h"
+#include "system/guid_generator.h"
 
 using velora_com::qel::system::GuidGenerator;
 

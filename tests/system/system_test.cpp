@@ -1,14 +1,5 @@
-#include <gmock/gmock.h>
 #include <sys/times.h>
 #include <sys/utsname.h>
-#include <unistd.h>
-
-#include <chrono>
-#include <csignal>
-#include <cstdlib>
-#include <cstring>
-#include <ctime>
-#include <future>
 
 #include "support/fault_injection.h"
 #include "support/scripted_platform.h"

@@ -1,8 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <clocale>
-#include <limits>
 
+#include "support/test.h"
 #include "vlrcomn/convert.h"
 #include "vlrcomn/time_text.h"
 
