@@ -3,6 +3,7 @@
 #include "support/scripted_platform.h"
 #include "support/test.h"
 #include "vlrcomn/agent_identity.h"
+#include "vlrcomn/policy_keys.h"
 
 using velora_com::qel::platform::script;
 
@@ -58,33 +59,9 @@ TEST(DiskSpace, WrapsAndExtendsTheSign) {
     EXPECT_TRUE(orumcomn_get_disk_free_spaceA("/", &space) == ORU_FAILURE && space == 4096000);
 }
 
-// The fuzz target holds the matcher against a model; here stand the cases that the header names.
-TEST(PlatformMatch, DecidesOnNamesAndRanges) {
-    const std::string longest(259, 'M');
-    const struct {
-        std::string platform, list;
-        uint32_t expected;  // 0 a match, 1 a version outside
-    } cases[] = {
-        {"MACX:10:4:11", "WIN|MAC", 0},
-        {"MAC:10:4:11", "WIN|mac", ORU_FAILURE},
-        {"M A C : 1 0 : 4", " MAC : 10 : 4 - 10 : 4 ", 0},
-        // Bounds carry over from entry to entry of the platform's name only.
-        {"MAC:10:4:0", "MAC:11-12|MAC:-20", 1},
-        // Builds spill into the minor, everything is modulo 2^64 and unsigned; numbers saturate.
-        {"MAC:1:0:65536", "MAC:1:1:0-1:1:0", 0},
-        {"MAC:65535:-1:65535", "MAC:0", 0},
-        {"MAC:65535", "MAC:0", 1},
-        {"MAC:0:0:99999999999999999999", "MAC:0:0:2147483647-0:0:2147483647", 0},
-        {"MAC:+7: 8", "MAC:7:8-7:8", 0},
-        {"MAC:x", "MAC:1-:", 1},
-        {"MAC", "MAC:0-0:0:0", 0},
-        {"MAC:0:0:-2147483647", "MAC:0-0:0:-2147483648", 1},
-        {"MAC:10:4:11", "|MAC:10:4:0-10:4:10|", 1},
-        {longest, longest + " ", 0},
-        {longest + " M", "M", ORU_FAILURE},
-        {longest + "M", "M", ORU_FAILURE},
-    };
-    for (const auto& [platform, list, expected] : cases) {
-        EXPECT_EQ(orumcomn_IsPlatformMatch(platform.c_str(), list.c_str()), expected) << list;
-    }
+// Read before main, by an initialiser that may run before those of the library's own files.
+static const std::wstring early = velora_com::qel::section_general;
+
+TEST(PolicyKeys, AreCompleteForStaticInitialisers) {
+    EXPECT_EQ(early, L"General");
 }

@@ -3,8 +3,6 @@
 #include "support/fault_injection.h"
 #include "vlrcomn/file_system.h"
 
-namespace {
-
 class DeleteTree : public testing::Test {
 protected:
     const TemporaryFolder folder_;
@@ -99,5 +97,3 @@ TEST_F(DeleteTree, AnyDepthWithFewDescriptors) {
         return made && !is_there(tree_);
     }));
 }
-
-}  // namespace

@@ -7,18 +7,16 @@
 #include "vlrcomn/handle.h"
 #include "vlrcomn/sync.h"
 
-namespace {
-
 using fault_injection::walk_failures;
 using velora_com::qel::sync::FileRecord;
 using velora_com::qel::sync::nErrno;
 
-oruHandle open_file(const std::string& name, uint32_t access, uint32_t disposition,
-                    uint32_t flags = 0) {
+static oruHandle open_file(const std::string& name, uint32_t access, uint32_t disposition,
+                           uint32_t flags = 0) {
     return oruCreateFileAW(name.c_str(), access, 0, nullptr, disposition, flags, nullptr);
 }
 
-const FileRecord& record_of(oruHandle handle) {
+static const FileRecord& record_of(oruHandle handle) {
     return *static_cast<FileRecord*>(handle->pData);
 }
 
@@ -193,5 +191,3 @@ TEST_F(Files, WhatFailsIsUndone) {
     EXPECT_EQ(contents_of(name), "text");
 }
 #endif
-
-}  // namespace

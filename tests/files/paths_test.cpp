@@ -3,14 +3,12 @@
 
 using namespace velora_com::qel;
 
-namespace {
-
 // What a call gives; a failed one leaves its argument alone.
-std::string flat(const FileNameFlattener& flattener) {
+static std::string flat(const FileNameFlattener& flattener) {
     std::string out = "un";
     return flattener.GetFlatPath(out) ? out : out + "told";
 }
-std::string resolved(const std::string& path) {
+static std::string resolved(const std::string& path) {
     std::string out = "un";
     return FileNameResolver(path).GetAbsolutePath(out) ? out : out + "told";
 }
@@ -32,15 +30,12 @@ protected:
     const std::string file_ = folder_.write("file");
 };
 
-// The fuzz target holds every text against a second implementation.
-TEST_F(Paths, FlattensText) {
+// The fuzz target's seeds hold every text against a second implementation.
+TEST_F(Paths, AreFlattenedBelowTheRootToo) {
     EXPECT_EQ(flat({"a/./b/../c", "/x"}), "/x/a/c");
-    EXPECT_EQ(flat({"/../etc", "/x"}), "untold");
-    EXPECT_EQ(flat({"/a", "/.."}), "untold") << "the base counts, also when it is not needed";
-    EXPECT_EQ(flat({"a", ".."}), root_ + "/a");
-    EXPECT_EQ(flat({"a", "/"}), root_ + "/sub//a") << "\"/\" alone counts as relative";
     fs::current_path("/");
     EXPECT_EQ(flat(FileNameFlattener("a")), "//a");
+    EXPECT_EQ(flat({"/../etc", "/x"}), "untold");
 }
 
 TEST_F(Paths, ResolvesToRegularFilesOnly) {
@@ -96,5 +91,3 @@ TEST_F(Paths, ServesCCallersWhateverFails) {
     EXPECT_EQ(get(nullptr, buffer, &size), ORU_FAILURE);
     EXPECT_EQ(orumcomn_filenameresolver_destroy(nullptr), ORU_SUCCESS);
 }
-
-}  // namespace

@@ -3,12 +3,10 @@
 #include "vlrcomn/file.h"
 #include "vlrcomn/file_system.h"
 
-namespace {
-
 using velora_com::qel::sync::nErrno;
 
 // The names that a search finds.
-std::set<std::string> found(const std::string& path) {
+static std::set<std::string> found(const std::string& path) {
     std::set<std::string> names;
     oruFindData data;
     const intptr_t search = oruFindFirstDirEnt(path.c_str(), &data);
@@ -120,24 +118,9 @@ TEST_F(Search, ThreadsShareTheSlots) {
     }
 }
 
-// fuzz/files holds every text against a model.
-TEST(Wildcard, DecidesByteByByte) {
-    const struct {
-        const char *pattern, *name;
-        int expected;  // 0 for a match
-    } cases[] = {
-        {nullptr, "a", 0},       {"", nullptr, 0},     {"abc", "abcdef", 0}, {"abc", "ab", 1},
-        {"abc", "aBc", 1},       {"a?c", "ab", 1},     {"a?c", "a?c", 0},    {"?", "", 1},
-        {"*.txt", "a.txt", 0},   {"*.txt", "a.tx", 1}, {"a*x", "a", 0},      {"a*x", "ay", 1},
-        {"*b?d*f", "abcbcd", 0}, {"*?b", "aab", 0},    {"*?b", "b", 1},      {"*ab*b", "aabab", 0},
-        {"*a*b", "xa", 0},       {"*a*b", "xac", 1},   {"**", "a", 0},       {"*c", "ab", 1},
-    };
-    for (const auto& [pattern, name, expected] : cases) {
-        EXPECT_EQ(oruWildCardMatch(pattern, name), expected) << (pattern ? pattern : "null");
-    }
-    // Trying every way through these would never end.
+// The fuzz target's seeds hold every text against a model. Trying every way through these would never end.
+TEST(Wildcard, TakesNullForEmptyTextAndIsQuick) {
+    EXPECT_EQ(oruWildCardMatch(nullptr, "a") + oruWildCardMatch("", nullptr), 0);
     const std::string long_name = std::string(1 << 20, 'a') + 'c';
     EXPECT_EQ(oruWildCardMatch("*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", long_name.c_str()), 1);
 }
-
-}  // namespace

@@ -3,8 +3,6 @@
 
 #include "support/test.h"
 
-namespace {
-
 // A loader keeps room for the static thread-local storage of some libraries that come late, not of all.
 TEST(LateLoad, NeedsNoSpareRoom) {
     const TemporaryFolder folder;
@@ -18,5 +16,3 @@ TEST(LateLoad, NeedsNoSpareRoom) {
     }
     ADD_FAILURE() << "the room lasted";
 }
-
-}  // namespace

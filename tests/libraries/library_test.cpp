@@ -15,8 +15,6 @@ extern "C" VLRCOMN_API int library_called(void* module, uint32_t reason, void*) 
     return called ? called(module, reason) : 1;
 }
 
-namespace {
-
 using testing::HasSubstr;
 using velora_com::qel::libraries::pDynamicLibraryList;
 using velora_com::qel::libraries::slots_mutex;
@@ -214,5 +212,3 @@ TEST_F(Libraries, AFailedLoadKeepsNothing) {
     EXPECT_EQ(allocations, 5) << "three texts of the path, an entry, and none";
 }
 #endif
-
-}  // namespace

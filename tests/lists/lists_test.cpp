@@ -4,8 +4,6 @@
 #include "vlrcomn/linked_list.h"
 #include "vlrcomn/locked_list.h"
 
-namespace {
-
 TEST(LinkedList, BehavesAsAList) {
     std::mt19937 random(1);
     std::vector<LinkedListItem> items(20000);
@@ -54,7 +52,7 @@ TEST(LinkedListDeathTest, WhatContradictsItselfIsAnAssertion) {
 }
 
 // What does nothing on lists that are missing, or whose lock is not to be had.
-void expect_untouched(orSLL* stack, orSLL2* deque) {
+static void expect_untouched(orSLL* stack, orSLL2* deque) {
     static orLLItem item;
     static orLL2Node node;
     orSLL_XInsertHead(stack, &item);
@@ -189,5 +187,3 @@ TEST_F(LockedLists, ABusyLockIsNotWaitedForAndNothingIsTouched) {
     orSLL2_Uninit(deque_);
     expect_untouched(stack_, deque_);
 }
-
-}  // namespace

@@ -13,8 +13,6 @@ extern "C" int __wrap_usleep(useconds_t) {
     return 0;
 }
 
-namespace {
-
 TEST(SpinWord, BacksOffAsDocumentedAndIsNotCancelled) {
     const int stages[] = {-1, 0, 10000, 100000, 1000000, -1};  // microseconds; -1 tries on
     for (uint32_t stage = 0; stage < 5; ++stage) {
@@ -37,12 +35,8 @@ TEST(SpinWord, BacksOffAsDocumentedAndIsNotCancelled) {
 TEST(LockMemory, AListWhoseLockCannotBeMadeIsANullPointerWithSuccess) {
     for (const auto& [call, status] : {std::pair{1, ORU_FAILURE}, {2, ORU_SUCCESS}}) {
         auto* list = reinterpret_cast<orSLL2*>(1);
-        fault_injection::FailNth failure(call);
-        const uint32_t result = orSLL2_Create(&list);
-        failure.disarm();
-        EXPECT_EQ(result, status);
+        const auto create = [&] { return orSLL2_Create(&list); };
+        EXPECT_EQ(fault_injection::failing(call, nullptr, create), status);
         EXPECT_EQ(list, nullptr);
     }
 }
-
-}  // namespace

@@ -4,8 +4,6 @@
 #include "vlrcomn/handle.h"
 #include "vlrcomn/sync.h"
 
-namespace {
-
 using namespace locks;
 using namespace velora_com::qel::locks;
 namespace support = velora_com::qel::support;
@@ -100,8 +98,8 @@ TEST_F(SELock, LetsReadersInAtADowngradeAndElseTheLatestWriterFirst) {
 }
 
 constexpr uintptr_t refuses = 7;
-std::string news;
-int hear(uintptr_t first, uint32_t event, uintptr_t second, uint32_t) {
+static std::string news;
+static int hear(uintptr_t first, uint32_t event, uintptr_t second, uint32_t) {
     pthread_testcancel();
     news += std::to_string(first) + (event == ORSO_NOTIFY_FREE ? " free;" : " withdrawn;");
     return second == refuses ? 1 : 0;
@@ -287,5 +285,3 @@ TEST_F(SELock, ExcludesAndLosesNobodyUnderSpuriousWakeUps) {
         EXPECT_EQ(state(), "free");
     }
 }
-
-}  // namespace

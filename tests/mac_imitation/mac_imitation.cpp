@@ -69,9 +69,8 @@ int sysctlbyname(const char* name, void* old_value, size_t* old_size, void* new_
     return answers("sysctlbyname", name, *old_size) ? give(machine.model, old_value, old_size) : -1;
 }
 
-int getdomainname(char* name, int size) noexcept {
-    auto room = static_cast<size_t>(size);
-    return answers("getdomainname", size) ? give(machine.domain, name, &room) : -1;
+int getdomainname(char* name, size_t size) noexcept {
+    return answers("getdomainname", size) ? give(machine.domain, name, &size) : -1;
 }
 
 OSErr Gestalt(OSType selector, SInt32* response) {

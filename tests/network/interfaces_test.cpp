@@ -122,21 +122,12 @@ extern "C" int getsockname(int, sockaddr* end, socklen_t*) __THROW {
     return read(text, reinterpret_cast<sockaddr_storage&>(*end), false) == nullptr ? -1 : 0;
 }
 
-namespace {
-
 using namespace velora_com::qel;
 
 const ANetworkUtil util;
 const struct Disabled : ANetworkUtil {
     Disabled() { enabled_ = 2; }
 } disabled;
-
-// What a function results in when the first of these calls fails.
-template <typename Function>
-int without(const char* call, Function function) {
-    const fault_injection::FailNth failure(1, call);
-    return function();
-}
 
 struct Network : testing::Test {
     ~Network() override { EXPECT_EQ(lists, 0) << "not given back"; }
@@ -193,9 +184,10 @@ TEST_F(Network, IsListedWhereNothingIsMissingAndSearchedByIndex) {
     EXPECT_EQ(found.getMACAddress(), "6c6f2d6d6163") << "the first match wins";
     EXPECT_EQ(list_.getIndexes(), (std::vector<unsigned int>{1, 9}));
 
-    EXPECT_EQ(without("malloc", [&] { return list_.getNetInterface(1u, found); }), 0);
+    EXPECT_EQ(
+        fault_injection::failing(1, "malloc", [&] { return list_.getNetInterface(1u, found); }), 0);
     const auto find = [&] { return getNetInterfaceFromIPAddress(found, "203.0.113.9", list_); };
-    EXPECT_EQ(without("malloc", find), 0);
+    EXPECT_EQ(fault_injection::failing(1, "malloc", find), 0);
 
     EXPECT_EQ(list_.initialize(), 1);
     EXPECT_EQ(addresses().size(), 8u) << "a second filling adds all again";
@@ -239,8 +231,9 @@ TEST_F(Network, IsDescribedInParts) {
                   std::pair(expected ? 1 : 0, std::string(expected ? expected : "untouched")));
     }
     EXPECT_EQ(getNetAddr(AF_INET, ipv4.ifa_netmask, nullptr, text_), 0);
-    EXPECT_EQ(
-        without("malloc", [&] { return getNetMask(AF_INET6, link_local.ifa_netmask, text_); }), 0);
+    EXPECT_EQ(fault_injection::failing(
+                  1, "malloc", [&] { return getNetMask(AF_INET6, link_local.ifa_netmask, text_); }),
+              0);
 }
 
 TEST_F(Network, IsListedWithOneFreeDescriptor) {
@@ -267,8 +260,9 @@ TEST_F(Network, IsListedAsFarAsTheSystemAnswers) {
     });
     EXPECT_GT(walk.calls - walk.tolerated, 10);
     EXPECT_EQ(fewest, 3U);
-    without("malloc",
-            [&] { return list_.getNetInterface(9u).setOption(NETINTERFACE_INDEX, 9u), 0; });
+    fault_injection::failing(1, "malloc", [&] {
+        return list_.getNetInterface(9u).setOption(NETINTERFACE_INDEX, 9u), 0;
+    });
     EXPECT_EQ(list_.getIndexes().size(), 0u) << "not in the table";
 }
 
@@ -343,8 +337,8 @@ TEST_F(Network, FailsByTheStatedResult) {
     EXPECT_EQ(util.vlrGetScopeId("[fe80::1%9]", scope), 1);
     EXPECT_EQ(std::exchange(scope, 7), 1u);
     EXPECT_EQ(disabled.vlrGetScopeId("fe80::1", scope), 0);
-    EXPECT_EQ(without("getifaddrs", [&] { return util.vlrGetScopeId("fe80::1", scope); }), 0);
+    EXPECT_EQ(fault_injection::failing(1, "getifaddrs",
+                                       [&] { return util.vlrGetScopeId("fe80::1", scope); }),
+              0);
     EXPECT_EQ(scope, 7u);
 }
-
-}  // namespace

@@ -10,8 +10,7 @@
 #include "platform/platform.h"
 #include "support/test.h"
 
-namespace velora_com::qel::platform {
-namespace {
+using namespace velora_com::qel::platform;
 
 using mac_imitation::Kind;
 using mac_imitation::machine;
@@ -137,6 +136,3 @@ TEST_F(MacTest, LinkLayerAddressFollowsTheNameUpToTheStatedLength) {
     }
     EXPECT_EQ(link_layer_address(ifaddrs{}), std::nullopt);
 }
-
-}  // namespace
-}  // namespace velora_com::qel::platform

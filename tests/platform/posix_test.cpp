@@ -5,13 +5,12 @@
 #include "support/owners.h"
 #include "support/test.h"
 
-namespace velora_com::qel::platform {
-namespace {
+using namespace velora_com::qel::platform;
 
-using support::FileDescriptor;
+using velora_com::qel::support::FileDescriptor;
 
 // An unnamed file that holds `text`, with the position behind it.
-FileDescriptor scratch(const std::string& text) {
+static FileDescriptor scratch(const std::string& text) {
     char name[] = "/tmp/copy_contents_XXXXXX";
     FileDescriptor file(mkstemp(name));
     unlink(name);
@@ -19,7 +18,7 @@ FileDescriptor scratch(const std::string& text) {
     return file;
 }
 
-std::string contents(const FileDescriptor& file) {
+static std::string contents(const FileDescriptor& file) {
     std::string text(size_t{4} << 20, '\0');
     text.resize(static_cast<size_t>(pread(file.get(), text.data(), text.size(), 0)));
     return text;
@@ -113,6 +112,3 @@ TEST(RunCommand, CancellationWaitsForTheEnd) {
     }).join();
     EXPECT_EQ(output, "x\n");
 }
-
-}  // namespace
-}  // namespace velora_com::qel::platform

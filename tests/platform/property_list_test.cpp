@@ -3,15 +3,14 @@
 #include "platform/platform.h"
 #include "support/test.h"
 
-namespace velora_com::qel::platform {
-namespace {
+using namespace velora_com::qel::platform;
 
-std::string in_dictionary(const std::string& items) {
+static std::string in_dictionary(const std::string& items) {
     return "<!DOCTYPE plist SYSTEM 'p.dtd'>\n<plist><dict>" + items + "</dict></plist>\n";
 }
 
 // What becomes of the key "A": its string in brackets, "missing", or "no list" for the whole document.
-std::string look_up(const std::string& document) {
+static std::string look_up(const std::string& document) {
     const auto strings = property_list_strings(document, {"A"});
     return !strings ? "no list" : strings->at(0) ? "[" + *strings->at(0) + "]" : "missing";
 }
@@ -57,6 +56,3 @@ TEST(PropertyList, LargeDocumentsTakeAFewTimesTheirSize) {
     EXPECT_EQ(look_up(in_dictionary("<key>B</key>" + open + close + value)), "no list");
     EXPECT_EQ(look_up("<plist" + attributes + "><dict>" + value + "</dict></plist>"), "no list");
 }
-
-}  // namespace
-}  // namespace velora_com::qel::platform

@@ -105,22 +105,6 @@ TEST_F(Session, RunsNothingWithoutADirectoryClient) {
     EXPECT_THAT(script().asked, testing::IsEmpty());
 }
 
-TEST(UserList, IsCutBeforeAName) {
-    // Network users, the length of a local one, how much stays before the mark.
-    const std::tuple<std::wstring, size_t, size_t, const wchar_t*> cases[] = {
-        {std::wstring(63, L'n'), 63, 127, L""},
-        {std::wstring(63, L'n'), 64, 64, L"..."},
-        {std::wstring(124, L'n'), 3, 125, L"..."},
-        {std::wstring(125, L'n'), 2, 0, L",..."},  // the mark would not fit behind the name
-        {L"nnn," + std::wstring(120, L'n'), 9, 125, L"..."}};
-    for (const auto& [network, length, kept, mark] : cases) {
-        const std::wstring local(length, L'l'), all = network + L',' + local;
-        const std::wstring expected = all.substr(0, kept) + mark;
-        EXPECT_EQ(bounded_list(all, L""), expected);
-        EXPECT_EQ(bounded_list(network, local), expected);
-    }
-}
-
 TEST_F(Session, GivesUserNameWithinItsBuffer) {
     char buffer[64] = "####";
     EXPECT_EQ(orumcomn_get_user_name(nullptr, 64), ORU_FAILURE);

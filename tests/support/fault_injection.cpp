@@ -10,13 +10,10 @@
 namespace fault_injection {
 
 thread_local Armed armed{};
-
-namespace {
-
 thread_local std::optional<timeval> clock_time;
-thread_local Resources in_use{};
+static thread_local int64_t in_use = 0;
 
-bool fails(const char* call) noexcept {
+static bool fails(const char* call) noexcept {
     if (armed.calls_left == 0 || (armed.only != nullptr && std::strcmp(armed.only, call) != 0) ||
         --armed.calls_left != 0) {
         return false;
@@ -29,28 +26,22 @@ bool fails(const char* call) noexcept {
 }
 
 // Counts a success of a call that reports by 0 or an error number.
-int counted(int error, Kind kind, int difference) noexcept {
-    in_use[kind] += error == 0 ? difference : 0;
+static int counted(int error, int difference) noexcept {
+    in_use += error == 0 ? difference : 0;
     return error;
 }
 
-void* counted(void* memory) noexcept {
-    in_use[allocations] += memory != nullptr ? 1 : 0;
+static void* counted(void* memory) noexcept {
+    in_use += memory != nullptr ? 1 : 0;
     return memory;
 }
 
-}  // namespace
-
-Resources resources_in_use() noexcept {
-    Resources resources = in_use;
+int64_t resources_in_use() noexcept {
+    int64_t resources = in_use;
     for (int descriptor = 0; descriptor < 256; ++descriptor) {
-        resources[descriptors] += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
+        resources += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
     }
     return resources;
-}
-
-void set_clock(std::optional<timeval> now) noexcept {
-    clock_time = now;
 }
 
 }  // namespace fault_injection
@@ -96,39 +87,39 @@ WRAP(calloc, void*, size_t count, size_t size) {
     return counted(__real_calloc(count, size));
 }
 WRAP(free, void, void* memory) {
-    in_use[allocations] -= memory != nullptr ? 1 : 0;
+    in_use -= memory != nullptr ? 1 : 0;
     __real_free(memory);
 }
 
 // A call that reports by 0 or an error number, and whose success changes a count.
-#define WRAP_COUNTED(name, error, counter, difference, parameters, arguments)                \
-    extern "C" int __real_##name parameters;                                                 \
-    extern "C" int __wrap_##name parameters {                                                \
-        return fails(#name) ? error : counted(__real_##name arguments, counter, difference); \
+#define WRAP_COUNTED(name, error, difference, parameters, arguments)                \
+    extern "C" int __real_##name parameters;                                        \
+    extern "C" int __wrap_##name parameters {                                       \
+        return fails(#name) ? error : counted(__real_##name arguments, difference); \
     }
-WRAP_COUNTED(posix_memalign, ENOMEM, allocations, 1, (void** memory, size_t alignment, size_t size),
+WRAP_COUNTED(posix_memalign, ENOMEM, 1, (void** memory, size_t alignment, size_t size),
              (memory, alignment, size))
-WRAP_COUNTED(pthread_cond_init, ENOMEM, conditions, 1,
-             (pthread_cond_t * cond, const pthread_condattr_t* with), (cond, with))
-WRAP_COUNTED(pthread_cond_broadcast, EINVAL, conditions, 0, (pthread_cond_t * cond), (cond))
-WRAP_COUNTED(pthread_mutex_init, ENOMEM, mutexes, 1,
+WRAP_COUNTED(pthread_cond_init, ENOMEM, 1, (pthread_cond_t * cond, const pthread_condattr_t* with),
+             (cond, with))
+WRAP_COUNTED(pthread_cond_broadcast, EINVAL, 0, (pthread_cond_t * cond), (cond))
+WRAP_COUNTED(pthread_mutex_init, ENOMEM, 1,
              (pthread_mutex_t * mutex, const pthread_mutexattr_t* with), (mutex, with))
-WRAP_COUNTED(pthread_mutex_lock, EINVAL, mutexes, 0, (pthread_mutex_t * mutex), (mutex))
-WRAP_COUNTED(pthread_attr_init, ENOMEM, thread_attributes, 1, (pthread_attr_t * with), (with))
-WRAP_COUNTED(pthread_attr_setdetachstate, EINVAL, thread_attributes, 0,
-             (pthread_attr_t * with, int state), (with, state))
-WRAP_COUNTED(pthread_create, EAGAIN, thread_attributes, 0,
+WRAP_COUNTED(pthread_mutex_lock, EINVAL, 0, (pthread_mutex_t * mutex), (mutex))
+WRAP_COUNTED(pthread_attr_init, ENOMEM, 1, (pthread_attr_t * with), (with))
+WRAP_COUNTED(pthread_attr_setdetachstate, EINVAL, 0, (pthread_attr_t * with, int state),
+             (with, state))
+WRAP_COUNTED(pthread_create, EAGAIN, 0,
              (pthread_t * thread, const pthread_attr_t* with, void* (*run)(void*), void* parameter),
              (thread, with, run, parameter))
 
 // Calls that give back do not fail.
-#define WRAP_DESTROY(name, type, kind)                   \
-    WRAP(name, int, type object) {                       \
-        return counted(__real_##name(object), kind, -1); \
+#define WRAP_DESTROY(name, type)                   \
+    WRAP(name, int, type object) {                 \
+        return counted(__real_##name(object), -1); \
     }
-WRAP_DESTROY(pthread_cond_destroy, pthread_cond_t*, conditions)
-WRAP_DESTROY(pthread_mutex_destroy, pthread_mutex_t*, mutexes)
-WRAP_DESTROY(pthread_attr_destroy, pthread_attr_t*, thread_attributes)
+WRAP_DESTROY(pthread_cond_destroy, pthread_cond_t*)
+WRAP_DESTROY(pthread_mutex_destroy, pthread_mutex_t*)
+WRAP_DESTROY(pthread_attr_destroy, pthread_attr_t*)
 
 WRAP(gettimeofday, int, timeval* now, void* zone) {
     FAIL_WITH(gettimeofday, -1, EFAULT)

@@ -1,8 +1,7 @@
 // Makes the system refuse one call after another, to show that a function undoes what it has begun.
 //
-// vlrcomn_inject_faults(target) in a CMakeLists.txt links a test program so that the calls listed at the
-// end of fault_injection.cpp, made by the library or the test, pass through here; memory comes through
-// malloc and operator new alike. Only the thread that asks for a failure meets it. Make no assertions
+// In a program made with FAULTS the calls listed at the end of fault_injection.cpp, made by the library or the
+// test, pass through here; memory comes through malloc and operator new alike. Only the thread that asks for a failure meets it. Make no assertions
 // between the construction and the disarming of a FailNth: they allocate too.
 #pragma once
 
@@ -36,15 +35,20 @@ public:
     const char* fired() const noexcept { return armed.fired; }
 };
 
-// What the calling thread has taken and not given back of each kind that can leak, and the descriptors of
-// the process. Other threads' doings, such as the end of a detached thread, do not count, nor does memory
-// that the C library allocates for its caller; giving that to free() would count below zero.
-enum Kind { allocations, conditions, mutexes, thread_attributes, descriptors, kinds };
-using Resources = std::array<int64_t, kinds>;
-Resources resources_in_use() noexcept;
+// What a function results in when the `nth` call, or the `nth` of those named `only`, fails in it.
+template <typename Function>
+auto failing(int nth, const char* only, Function function) {
+    const FailNth failure(nth, only);
+    return function();
+}
+
+// How many allocations, conditions, mutexes and thread attributes the calling thread has taken and not given
+// back, and descriptors the process. Other threads' doings, such as the end of a detached thread, do not count,
+// nor does memory that the C library allocates for its caller; giving that to free() would count below zero.
+int64_t resources_in_use() noexcept;
 
 // While set, gettimeofday tells the calling thread this time.
-void set_clock(std::optional<timeval> now) noexcept;
+extern thread_local std::optional<timeval> clock_time;
 
 struct Walk {
     int calls;      // how many calls could fail
@@ -64,11 +68,11 @@ Walk walk_failures(Create create, Release release) {
     release();
     Walk walk{};
     for (;; ++walk.calls) {
-        const Resources before = resources_in_use();
+        const int64_t before = resources_in_use();
         FailNth failure(walk.calls + 1);
         const bool created = create();
         failure.disarm();
-        const Resources after = resources_in_use();
+        const int64_t after = resources_in_use();
         if (created) {
             release();
         }

@@ -6,9 +6,6 @@
 
 #include <functional>
 #include <map>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "platform/platform.h"
 

@@ -12,8 +12,6 @@
 using namespace sync_test;
 using fault_injection::FailNth;
 
-namespace {
-
 TEST(Faults, CreatingFunctionsUndoWhatTheyBegan) {
     const std::function<oruHandle()> creators[] = {
         [] { return oruCreateEvent(nullptr, 1, 1, ""); },
@@ -87,13 +85,11 @@ TEST(Faults, TheDeadlineIsNotCarriedIntoTheSeconds) {
         {989'999, 10, ORU_WAIT_TIMEOUT},
         {999'999, 4'294'967'290, ORU_WAIT_FAILED}};
     for (const auto& [microsecond, milliseconds, result] : cases) {
-        fault_injection::set_clock(timeval{1, microsecond});
+        fault_injection::clock_time = timeval{1, microsecond};
         EXPECT_EQ(wait_for(reset, milliseconds), result) << microsecond << ", " << milliseconds;
         EXPECT_EQ(wait_for(owned, milliseconds), result);
         EXPECT_EQ(wait_for(set, milliseconds), ORU_WAIT_SIGNALLED) << "needs no deadline";
         expect_unlocked(reset);
     }
-    fault_injection::set_clock(std::nullopt);
+    fault_injection::clock_time.reset();
 }
-
-}  // namespace

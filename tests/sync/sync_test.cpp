@@ -7,8 +7,6 @@
 
 using namespace sync_test;
 
-namespace {
-
 TEST(LastError, TranslatesByName) {
     const std::pair<int, uint32_t> codes[] = {
         {0, 0},      {ENOENT, 38},   {EBADF, 126}, {ENOMEM, 259},        {EDEADLK, 997},
@@ -142,7 +140,7 @@ TEST(Tls, HandsOutTheLowestFreeIndexWithAValueForEachThread) {
 
 // Runs `body(number)` on `count` threads that start together.
 template <typename Body>
-void together(int count, Body body) {
+static void together(int count, Body body) {
     const Handle go = make_event();
     std::vector<std::thread> threads;
     for (int number = 0; number < count; ++number) {
@@ -176,7 +174,7 @@ TEST(Stress, ManyWaitersShareOneMutex) {
     EXPECT_EQ(guarded, threads * rounds);
 }
 
-uint32_t add_one(void* counter) {
+static uint32_t add_one(void* counter) {
     return ++*static_cast<std::atomic<uint32_t>*>(counter);
 }
 
@@ -227,5 +225,3 @@ TEST(Stress, ReadersAndStrangersSurviveTheSweep) {
     });
     free_tls_indices_of_process();
 }
-
-}  // namespace

@@ -4,24 +4,22 @@
 
 using velora_com::qel::system::GuidGenerator;
 
-namespace {
-
-std::string text_of(const GUID& guid) {
+static std::string text_of(const GUID& guid) {
     char text[ORU_GUID_TEXT_SIZE];
     return oruUuidToStringA(&guid, text);
 }
 
 // Reads the same `repeats` times, then moves on by a microsecond each time.
-timeval now;
-int repeats;
+static timeval now;
+static int repeats;
 
-timeval scripted_clock() {
+static timeval scripted_clock() {
     now.tv_usec += repeats-- > 0 ? 0 : 1;
     return now;
 }
 
 // Six bytes for the node, then the high byte and the low one of the sequence.
-int scripted_random() {
+static int scripted_random() {
     static const int numbers[] = {7, 8, 0x181, 2, 3, 4, 0x5F, 0x1FF};
     static size_t next = 0;
     return numbers[next++ % 8];
@@ -63,5 +61,3 @@ TEST(Guid, ThreadsNeverGetEqualOnesAndNullsNone) {
     std::transform(made.begin(), made.end(), std::inserter(all, all.end()), text_of);
     EXPECT_EQ(all.size(), made.size());
 }
-
-}  // namespace
