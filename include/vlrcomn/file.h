@@ -2,11 +2,10 @@
  * @file
  * @brief Files and directory searches.
  *
- * Win32-style calls over POSIX descriptors. True is 1 and false is 0; flags are compared against
- * exactly 1. Names are narrow text with '/' separators, handed to the system as they are. A failed
- * system call leaves its reason in `errno`, see handle.h. Refused arguments, null pointers among them,
- * leave `errno` as it was unless a function says otherwise; for exhausted memory it depends on the C
- * library.
+ * Win32-style calls over POSIX descriptors. True is 1 and false is 0; flags are compared against exactly 1. Names are
+ * narrow text with '/' separators, handed to the system as they are. A failed system call leaves its reason in
+ * `errno`, see handle.h. Refused arguments, null pointers among them, leave `errno` as it was unless a function says
+ * otherwise; for exhausted memory it depends on the C library.
  *
  * Writing a text (examples/report.cpp):
  * @snippet report.cpp write
@@ -48,22 +47,16 @@ extern "C" {
 
 /** @name Creation dispositions of oruCreateFileAW()
  * @{ */
-/** The file must not be there yet. */
-#define ORU_CREATE_NEW UINT32_C(1)
-/** A new file, or one that is there emptied. */
-#define ORU_CREATE_ALWAYS UINT32_C(2)
-/** The file must be there. */
-#define ORU_OPEN_EXISTING UINT32_C(3)
-/** The file that is there, or a new one. */
-#define ORU_OPEN_ALWAYS UINT32_C(4)
+#define ORU_CREATE_NEW UINT32_C(1)    /**< The file must not be there yet. */
+#define ORU_CREATE_ALWAYS UINT32_C(2) /**< A new file, or one that is there emptied. */
+#define ORU_OPEN_EXISTING UINT32_C(3) /**< The file must be there. */
+#define ORU_OPEN_ALWAYS UINT32_C(4)   /**< The file that is there, or a new one. */
 /** @} */
 
 /** @name Flags and attributes of oruCreateFileAW()
  * @{ */
-/** No attribute; the same as 0. */
-#define ORU_ATTRIBUTE_NORMAL UINT32_C(0x80)
-/** The file's name is removed when its handle is closed. */
-#define ORU_DELETE_ON_CLOSE UINT32_C(0x04000000)
+#define ORU_ATTRIBUTE_NORMAL UINT32_C(0x80)      /**< No attribute; the same as 0. */
+#define ORU_DELETE_ON_CLOSE UINT32_C(0x04000000) /**< The name goes when the handle is closed. */
 /** @} */
 
 /** @name Move methods of oruSetFilePointer()
@@ -76,8 +69,7 @@ extern "C" {
 /** Failure of a function that returns a 32-bit size or position; also a value that may occur. */
 #define ORU_INVALID_SIZE UINT32_C(0xFFFFFFFF)
 
-/** Attribute of a found entry: a directory, or a link to one. */
-#define ORU_ATTRIBUTE_DIRECTORY UINT32_C(0x10)
+#define ORU_ATTRIBUTE_DIRECTORY UINT32_C(0x10) /**< The entry is a directory, or a link to one. */
 
 /** Failure of oruFindFirstDirEnt(). */
 #ifdef __cplusplus
@@ -86,8 +78,7 @@ extern "C" {
 #define ORU_INVALID_SEARCH ((intptr_t)-1)
 #endif
 
-/** How many searches can be open at once. */
-#define ORU_MAX_SEARCHES 50
+#define ORU_MAX_SEARCHES 50 /**< How many searches can be open at once. */
 
 /** What a directory search tells of an entry: 284 bytes on every host. */
 typedef struct oruFindData {
@@ -105,8 +96,7 @@ typedef struct oruFindData {
  *
  * @param name the file's name, of any length that the system takes, but see `flags`.
  * @param access exactly #ORU_ACCESS_READ, #ORU_ACCESS_WRITE or #ORU_ACCESS_READ_WRITE.
- * @param share_mode ignored.
- * @param security ignored.
+ * @param share_mode,security ignored.
  * @param disposition ORU_CREATE_NEW to ORU_OPEN_ALWAYS. A new file gets the mode 0660 less the umask.
  * @param flags 0, #ORU_ATTRIBUTE_NORMAL or #ORU_DELETE_ON_CLOSE alone. The last removes the name when
  * the handle is closed, whatever lies there by then; a name of more than 259 bytes is refused with it.
@@ -126,8 +116,7 @@ VLRCOMN_API oruHandle oruCreateFileAW(const char* name, uint32_t access, uint32_
  * @param file a file handle; anything else is refused.
  * @param buffer room for `count` bytes.
  * @param count bytes wanted.
- * @param bytes_read receives the bytes read, which may be fewer; null is refused. Left alone on
- * failure.
+ * @param bytes_read receives the bytes read, which may be fewer; null is refused. Left alone on failure.
  * @param overlapped ignored.
  * @return 1 (also at the end of the file, with 0 bytes), or 0 with `errno` telling why. An interrupted
  * call fails with EINTR.
@@ -141,8 +130,7 @@ VLRCOMN_API int oruReadFile(oruHandle file, void* buffer, uint32_t count, uint32
  * @param file a file handle; anything else is refused.
  * @param buffer `count` bytes.
  * @param count bytes to write.
- * @param bytes_written receives the bytes written, which may be fewer; null is refused. Left
- * alone on failure.
+ * @param bytes_written receives the bytes written, which may be fewer; null is refused. Left alone on failure.
  * @param overlapped ignored.
  * @return 1, or 0 with `errno` telling why. An interrupted call fails with EINTR.
  */
@@ -196,8 +184,7 @@ VLRCOMN_API uint32_t oruGetTempFileName(const char* directory, const char* prefi
 /**
  * Copies a file; see orumcomn_copy_file() in file_system.h.
  *
- * @param existing_name the file to read.
- * @param new_name the file to write.
+ * @param existing_name,new_name the file to read and the one to write.
  * @param fail_if_exists 1 refuses a destination that is there.
  * @return 1 or 0.
  */
@@ -206,8 +193,7 @@ VLRCOMN_API int oruCopyFile(const char* existing_name, const char* new_name, int
 /**
  * Renames a file; replaces what has the new name, if anything.
  *
- * @param existing_name the name that it has; null fails with `errno` EINVAL.
- * @param new_name the name that it gets; null likewise.
+ * @param existing_name,new_name the name that it has and the one that it gets; null fails with `errno` EINVAL.
  * @return 1, or 0 with `errno` telling why; between file systems it fails.
  */
 VLRCOMN_API int oruMoveFile(const char* existing_name, const char* new_name);
@@ -215,8 +201,7 @@ VLRCOMN_API int oruMoveFile(const char* existing_name, const char* new_name);
 /**
  * Kept for source compatibility; does nothing.
  *
- * @param name ignored.
- * @param attributes ignored.
+ * @param name,attributes ignored.
  * @return 1.
  */
 VLRCOMN_API int oruSetFileAttributes(const char* name, uint32_t attributes);
@@ -224,9 +209,7 @@ VLRCOMN_API int oruSetFileAttributes(const char* name, uint32_t attributes);
 /**
  * Kept for source compatibility; does nothing.
  *
- * @param name ignored.
- * @param handle ignored.
- * @param length ignored.
+ * @param name,handle,length ignored.
  * @param data ignored, not written.
  * @return 0.
  */
@@ -236,10 +219,8 @@ VLRCOMN_API int oruGetFileVersionInfo(const char* name, uint32_t handle, uint32_
 /**
  * Kept for source compatibility; does nothing.
  *
- * @param block ignored.
- * @param sub_block ignored.
- * @param buffer ignored, not written.
- * @param length ignored, not written.
+ * @param block,sub_block ignored.
+ * @param buffer,length ignored, not written.
  * @return 0.
  */
 VLRCOMN_API int oruVerQueryValue(const void* block, const char* sub_block, void** buffer,
@@ -283,9 +264,8 @@ VLRCOMN_API intptr_t oruFindFirstDirEnt(const char* path, oruFindData* data);
  *
  * @param search a search handle.
  * @param data receives the entry; left alone on failure.
- * @return 1, or 0 when there is none left (`errno` stays as it was), the directory cannot be read on
- * (`errno` tells why), or the handle or `data` is refused (`errno` stays as
- * it was).
+ * @return 1, or 0 when there is none left (`errno` stays as it was), the directory cannot be read on (`errno` tells
+ * why), or the handle or `data` is refused (`errno` stays as it was).
  */
 VLRCOMN_API int oruFindNextDirEnt(intptr_t search, oruFindData* data);
 
@@ -301,9 +281,8 @@ VLRCOMN_API int oruFindCloseDirEnt(intptr_t search);
  * Fills a record for a directory entry, as the search does.
  *
  * @param data the record; all 284 bytes are written.
- * @param entry the entry; a name of more than 259 bytes is cut in the record. On 32-bit Linux it is
- * that of large files: this header wants _FILE_OFFSET_BITS=64 there, which the package
- * configurations hand on.
+ * @param entry the entry; a name of more than 259 bytes is cut in the record. On 32-bit Linux it is that of large
+ * files: this header wants _FILE_OFFSET_BITS=64 there, which the package configurations hand on.
  * @param directory where the entry lies, joined with the name as it is: it must end in '/', except
  * ".", which is joined with one.
  * @return `data`; null when an argument is null.

@@ -2,12 +2,11 @@
  * @file
  * @brief Thread registry, spin word, and the shared/exclusive lock ("SE lock").
  *
- * An SE lock is held either shared by any number of threads, or exclusively by one thread, which
- * may take it again in any mode (recursion) and must release it as often as it took it. A thread
- * that has to wait queues and sleeps on its own event; whoever lets it in first makes it the holder and
- * then sets that event, so a lock never looks free while it is on its way to a waiter. On machines with
- * several processors it looks before: for about a microsecond whether the lock falls free, and only then
- * queues; and for some microseconds whether it is let in, and only then sleeps.
+ * An SE lock is held either shared by any number of threads, or exclusively by one thread, which may take it again in
+ * any mode (recursion) and must release it as often as it took it. A thread that has to wait queues and sleeps on its
+ * own event; whoever lets it in first makes it the holder and then sets that event, so a lock never looks free while
+ * it is on its way to a waiter. On machines with several processors it looks before: for about a microsecond whether
+ * the lock falls free, and only then queues; and for some microseconds whether it is let in, and only then sleeps.
  *
  * Attaching and holding with owners of C++ (examples/table.cpp):
  * @snippet table.cpp hold
@@ -21,12 +20,11 @@
  *
  * ("Waits" of the notify form means: a callback is registered instead.)
  *
- * **Order and starvation.** When the lock falls free the *most recently* queued exclusive waiter
- * gets it, last come first served; only without one do all shared waiters get it together; only
- * without those are notifications called. So later writers can starve an earlier one, a stream of
- * writers starves readers, and a stream of SharedStarveExclusive holders starves writers.
- * SharedWaitForExclusive lets queued writers pass first, and a downgrade lets every waiting reader
- * in, writers queued or not.
+ * **Order and starvation.** When the lock falls free the *most recently* queued exclusive waiter gets it, last come
+ * first served; only without one do all shared waiters get it together; only without those are notifications called.
+ * So later writers can starve an earlier one, a stream of writers starves readers, and a stream of
+ * SharedStarveExclusive holders starves writers. SharedWaitForExclusive lets queued writers pass first, and a
+ * downgrade lets every waiting reader in, writers queued or not.
  *
  * **Rules for callers.**
  * - The process calls orSO_ProcessAttach() once; each thread calls orSO_ThreadAttach() before it
@@ -38,28 +36,23 @@
  * orSO_ProcessAttach() again after such an end, then orSO_ThreadAttach() in each thread; the events
  * made before are left behind. Better: do not let such threads end while SE locks are in use. Threads
  * that already wait are still woken, since the lock keeps their events.
- * - Never ends: asking for exclusive access while holding shared access (two threads that both try
- * to upgrade among them). Can end never: a second shared hold by SharedWaitForExclusive while a
- * writer is queued behind the first.
- * - A release by a thread that is no holder, or one release too many, breaks exclusion; neither is
- *   detected.
+ * - Never ends: asking for exclusive access while holding shared access (two threads that both try to upgrade among
+ * them). Can end never: a second shared hold by SharedWaitForExclusive while a writer is queued behind the first.
+ * - A release by a thread that is no holder, or one release too many, breaks exclusion; neither is detected.
  * - After `fork` in a process with threads the child must not use a lock, only `exec`. In a process
  *   without other threads the child may go on, with its own process id in the records.
  *
  * **Memory order.** What a holder did before it released is visible to every later holder.
  *
- * **Cancellation.** A thread that is cancelled (deferred type) while it waits leaves the queue, or
- * releases the lock if it had just been granted; it then holds what it held before the call. Readers
- * that only a cancelled writer kept waiting are let in. A sleep is the only cancellation point here.
- * Cancellation of the asynchronous type is not supported. On Mac OS X 10.4 a thread that sleeps for a
- * lock is not cancelled before it has been let in, and one with a pending cancellation may end where it
- * asks for a spin word that stays taken, without it, or at the end of a release that met such a word, done
- * with it.
+ * **Cancellation.** A thread that is cancelled (deferred type) while it waits leaves the queue, or releases the lock
+ * if it had just been granted; it then holds what it held before the call. Readers that only a cancelled writer kept
+ * waiting are let in. A sleep is the only cancellation point here. Cancellation of the asynchronous type is not
+ * supported. On Mac OS X 10.4 a thread that sleeps for a lock is not cancelled before it has been let in, and one
+ * with a pending cancellation may end where it asks for a spin word that stays taken, without it, or at the end of a
+ * release that met such a word, done with it.
  *
- * **Signals.** Nothing here may be called from a signal handler.
- *
- * Functions may be called from any thread at any time unless they say otherwise. A null lock makes
- * every lock function return 0 or do nothing. Flags are true when they are exactly 1.
+ * Functions may be called from any thread at any time unless they say otherwise, but not from a
+ * signal handler. A null lock makes every lock function return 0 or do nothing. Flags are true when exactly 1.
  */
 #ifndef VLRCOMN_SE_LOCK_H
 #define VLRCOMN_SE_LOCK_H
@@ -81,14 +74,12 @@ extern "C" {
  * number, kept in one thread-local index of the process.
  * @{ */
 
-/** The identity of a thread that is not attached; in a lock, of no owner. All-ones, pointer-wide.
- */
+/** The identity of a thread that is not attached; in a lock, of no owner. All-ones, pointer-wide. */
 #define ORSO_NO_THREAD UINTPTR_MAX
 
 /**
- * Sets the registry up for the process. Call it once, before any thread attaches, and again after
- * the end of a layer-started thread has freed the index. It must not race with other calls of this
- * file.
+ * Sets the registry up for the process. Call it once, before any thread attaches, and again after the end of a
+ * layer-started thread has freed the index. It must not race with other calls of this file.
  *
  * A second call without that need takes a new index, and every thread is unattached again; the old
  * index stays allocated.
@@ -177,22 +168,18 @@ VLRCOMN_API void orSL_Release(volatile int32_t* spin);
 /** An SE lock. Its record is private to the library. */
 typedef struct orSELock orSELock;
 
-/** Event code of a notification: the lock has fallen free. */
-#define ORSO_NOTIFY_FREE UINT32_C(0x1100)
-/** Event code of a notification: the notification is being withdrawn. */
-#define ORSO_NOTIFY_WITHDRAWN UINT32_C(0x1102)
+#define ORSO_NOTIFY_FREE UINT32_C(0x1100)      /**< Event: the lock has fallen free. */
+#define ORSO_NOTIFY_WITHDRAWN UINT32_C(0x1102) /**< Event: the callback is withdrawn. */
 
 /**
  * A notification callback.
  *
- * It runs **with the lock's spin word held**, on the thread that releases the lock or withdraws the
- * notification. It must return soon and normally: no waiting, no call on the same lock (it would
- * spin for ever), no exception, no end of the thread. Cancellation is disabled while it runs. Usual
- * duty: set an event and let its waiter try the lock.
+ * It runs **with the lock's spin word held**, on the thread that releases the lock or withdraws the notification. It
+ * must return soon and normally: no waiting, no call on the same lock (it would spin for ever), no exception, no end
+ * of the thread. Cancellation is disabled while it runs. Usual duty: set an event and let its waiter try the lock.
  *
- * @param first first argument given at registration
+ * @param first,second the arguments given at registration
  * @param event #ORSO_NOTIFY_FREE or #ORSO_NOTIFY_WITHDRAWN
- * @param second second argument given at registration
  * @param reserved 0
  * @return 0 when the notification has served its purpose; it is then removed and freed. Any other
  * value keeps it registered.
@@ -234,8 +221,7 @@ VLRCOMN_API int orSO_SELock(orSELock* lock, int exclusive, int wait);
  *
  * @param lock the lock
  * @param wait 1 to wait without limit, any other value to give up at once
- * @return 1 granted; 0 not granted, which with `wait` means that the thread is not attached or
- * `lock` null
+ * @return 1 granted; 0 not granted, which with `wait` means that the thread is not attached or `lock` null
  */
 VLRCOMN_API int orSO_SELockExclusive(orSELock* lock, int wait);
 
@@ -260,9 +246,8 @@ VLRCOMN_API int orSO_SELockSharedStarveExclusive(orSELock* lock, int wait);
 VLRCOMN_API int orSO_SELockSharedWaitForExclusive(orSELock* lock, int wait);
 
 /**
- * Turns the caller's exclusive access into shared access and lets every waiting reader in. **All**
- * holds of the caller become shared ones: each still needs its release. That the caller owns the
- * lock is not checked.
+ * Turns the caller's exclusive access into shared access and lets every waiting reader in. **All** holds of the
+ * caller become shared ones: each still needs its release. That the caller owns the lock is not checked.
  *
  * @param lock the lock
  */
@@ -286,23 +271,18 @@ VLRCOMN_API void orSO_SELockRelease(orSELock* lock);
  *
  * @param lock the lock
  * @param callback called as described at its type; must not be null
- * @param first passed to the callback
- * @param second passed to the callback
- * @return 1 granted, with nothing registered; 0 registered (or `lock` or `callback` is null:
- * nothing registered)
+ * @param first,second passed to the callback
+ * @return 1 granted, with nothing registered; 0 registered (or `lock` or `callback` is null: nothing registered)
  */
 VLRCOMN_API int orSO_SELockExclusiveNotify(orSELock* lock, orSO_NotifyCallback callback,
                                            uintptr_t first, uintptr_t second);
 
 /**
- * Withdraws a registration: calls the callback with #ORSO_NOTIFY_WITHDRAWN for each one that has
- * the same callback and arguments, latest first, until one returns 0; that one is removed and
- * freed.
+ * Withdraws a registration: calls the callback with #ORSO_NOTIFY_WITHDRAWN for each one that has the same callback
+ * and arguments, latest first, until one returns 0; that one is removed and freed.
  *
  * @param lock the lock
- * @param callback as registered
- * @param first as registered
- * @param second as registered
+ * @param callback,first,second as registered
  * @return 1 withdrawn; 0 when there is none, or every callback refused
  */
 VLRCOMN_API int orSO_SELockExclusiveUnnotify(orSELock* lock, orSO_NotifyCallback callback,

@@ -9,8 +9,7 @@ using velora_com::qel::support::MutexGuard;
 namespace {
 
 // An event that is set wakes everyone who waits for it.
-template <int32_t state>
-int change_state(oruHandle handle) {
+int change_state(oruHandle handle, int32_t state) {
     if (!is_kind(handle, ORU_KIND_EVENT)) {
         note_error(EINVAL);
         return 0;
@@ -43,10 +42,10 @@ oruHandle oruCreateEvent(void*, int manual_reset, int initial_state, const char*
 }
 
 int oruSetEvent(oruHandle handle) {
-    return change_state<1>(handle);
+    return change_state(handle, 1);
 }
 
 int oruResetEvent(oruHandle handle) {
     // Unlike oruSetEvent() this leaves the error word alone for the invalid handle.
-    return handle == ORU_INVALID_HANDLE ? 0 : change_state<0>(handle);
+    return handle == ORU_INVALID_HANDLE ? 0 : change_state(handle, 0);
 }

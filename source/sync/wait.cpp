@@ -80,8 +80,8 @@ inline int try_object(_oruHandleObject_t& record) VLRCOMN_REQUIRES(record.mutex)
     return error;
 }
 
-// Sleeps for an object that is not signalled, with the record's mutex held. Apart from its caller, which
-// is the shorter for it.
+// Sleeps for an object that is not signalled, with the record's mutex held. Apart from its caller, as is
+// watch_object: setting an event and waiting for it takes 47 ns so, else 56.
 [[gnu::noinline]] uint32_t sleep_for_object(_oruHandleObject_t& record, uint32_t milliseconds)
     VLRCOMN_REQUIRES(record.mutex) {
     if (milliseconds == 0) {
@@ -116,7 +116,7 @@ bool can_be_waited_for(oruHandle handle) {
 
 // Looks at an object that is not signalled; the caller keeps its handle alive. What is seen is only a hint:
 // it counts when it is seen again under the record's mutex, which whoever signals the object holds until it is
-// done with the record. Apart from its caller, which is the shorter for it.
+// done with the record.
 [[gnu::noinline]] void watch_object(const _oruHandleObject_t& record) {
     velora_com::qel::support::watch([&record] { return is_signalled(record); });
 }
