@@ -117,12 +117,11 @@ std::optional<std::vector<std::optional<std::string>>> property_list_strings(
 // When the system started, in seconds since 1970-01-01 UTC.
 std::optional<int64_t> boot_time();
 
-// Runs `command` with the shell, waits for its end and returns at most `max_bytes` of its output, from
-// one read; a command that writes more ends by SIGPIPE. Nothing when no process can be started; a
-// shell that cannot be executed leaves the output empty. The library's own descriptors stay closed in
-// the child (where the system cannot open them so, one that another thread opens at that moment may be
-// left), which starts with the default handling of SIGPIPE. Cancelling the thread takes effect after the
-// call.
+// Runs `command` with the shell, waits for its end and returns at most `max_bytes` of its output; a command
+// that writes more ends by SIGPIPE. Nothing when no process can be started; a shell that cannot be executed
+// leaves the output empty. The library's own descriptors stay closed in the child (where the system cannot
+// open them so, one that another thread opens at that moment may be left), which starts with the default
+// handling of SIGPIPE. Cancelling the thread takes effect after the call.
 std::optional<std::string> run_command(const char* command, size_t max_bytes);
 
 // --- Network -------------------------------------------------------------------------------------
