@@ -71,25 +71,20 @@ TEST(SystemLog, OpensWritesAndClosesForEveryMessage) {
 }
 
 TEST(SystemLog, AMessageKeepsItsTag) {
-    std::vector<std::thread> threads;
-    for (const char* const name : {"a", "b", "c", "d"}) {
-        threads.emplace_back([name] {
-            for (int i = 0; i < 200; ++i) {
-                LogInSystemLog(SyslogInfo, name, "of %s", name);
-            }
-            pthread_cancel(pthread_self());  // no message is left half written
-            LogInSystemLog(SyslogInfo, name, "of %s", name);
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    constexpr const char* names[] = {"a", "b", "c", "d"};
+    together(4, [&](int number) {
+        for (int i = 0; i < 200; ++i) {
+            LogInSystemLog(SyslogInfo, names[number], "of %s", names[number]);
+        }
+        pthread_cancel(pthread_self());  // no message is left half written
+        LogInSystemLog(SyslogInfo, names[number], "of %s", names[number]);
+    });
     std::istringstream stream(std::exchange(logged, ""));
     std::multiset<std::string> lines;
     for (std::string line; std::getline(stream, line);) {
         lines.insert(line);
     }
-    for (const std::string name : {"a", "b", "c", "d"}) {
+    for (const std::string name : names) {
         EXPECT_EQ(lines.count("open " + name + "; 6 of " + name + "; close"), 201u);
     }
     EXPECT_EQ(lines.size(), 804u);

@@ -3,8 +3,7 @@
 #include "support/fault_injection.h"
 #include "vlrcomn/file_system.h"
 
-class DeleteTree : public testing::Test {
-protected:
+struct DeleteTree : testing::Test {
     const TemporaryFolder folder_;
     const std::string tree_ = folder_ / "tree";
 };

@@ -1,8 +1,7 @@
 #include "vlrcomn/file_system.h"
 #include "support/test.h"
 
-class FileSystem : public testing::Test {
-protected:
+struct FileSystem : testing::Test {
     // Expects a copy that fails for the reason given, or succeeds if it is 0.
     void copy(int reason, const std::string& from, const std::string& to, int overwrite = 1) {
         errno = 0;

@@ -20,8 +20,7 @@ static const FileRecord& record_of(oruHandle handle) {
     return *static_cast<FileRecord*>(handle->pData);
 }
 
-class Files : public testing::Test {
-protected:
+struct Files : testing::Test {
     const TemporaryFolder folder_;
     uint32_t count_ = 77;
     char buffer_[8] = "";

@@ -13,8 +13,7 @@ static std::string resolved(const std::string& path) {
     return FileNameResolver(path).GetAbsolutePath(out) ? out : out + "told";
 }
 
-class Paths : public testing::Test {
-protected:
+struct Paths : testing::Test {
     Paths() {
         fs::create_directories(root_ + "/sub/deep");
         folder_.enter("sub");

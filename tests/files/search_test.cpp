@@ -17,8 +17,7 @@ static std::set<std::string> found(const std::string& path) {
     return names;
 }
 
-class Search : public testing::Test {
-protected:
+struct Search : testing::Test {
     // What a search finds first.
     const oruFindData& first(const std::string& path) {
         std::memset(&data_, 0x55, sizeof data_);
@@ -101,21 +100,18 @@ TEST_F(Search, FiftyAtOnceFromTheLowestSlotOn) {
 // Reading while another thread closes is the caller's fault (file.h), but does no harm.
 TEST_F(Search, ThreadsShareTheSlots) {
     std::atomic<bool> in_use[ORU_MAX_SEARCHES + 1]{};
-    std::future<void> threads[4];
-    for (auto& thread : threads) {
-        thread = std::async(std::launch::async, [&] {
-            oruFindData data;
-            for (int round = 0; round < 1000; ++round) {
-                const intptr_t mine = oruFindFirstDirEnt((folder_ / "").c_str(), &data);
-                if (mine != ORU_INVALID_SEARCH) {  // nobody else has read all
-                    EXPECT_FALSE(in_use[mine].exchange(true));
-                    oruFindNextDirEnt(round % 4 + 1, &data);
-                    in_use[mine] = false;
-                    EXPECT_EQ(oruFindCloseDirEnt(mine), 1);
-                }
+    together(4, [&](int) {
+        oruFindData data;
+        for (int round = 0; round < 1000; ++round) {
+            const intptr_t mine = oruFindFirstDirEnt((folder_ / "").c_str(), &data);
+            if (mine != ORU_INVALID_SEARCH) {  // nobody else has read all
+                EXPECT_FALSE(in_use[mine].exchange(true));
+                oruFindNextDirEnt(round % 4 + 1, &data);
+                in_use[mine] = false;
+                EXPECT_EQ(oruFindCloseDirEnt(mine), 1);
             }
-        });
-    }
+        }
+    });
 }
 
 // The fuzz target's seeds hold every text against a model. Trying every way through these would never end.

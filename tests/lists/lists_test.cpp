@@ -101,8 +101,7 @@ TEST(Lists, NullIsRefusedOrNothing) {
     orSLL2_Release(nullptr);
 }
 
-class LockedLists : public testing::Test {
-protected:
+struct LockedLists : testing::Test {
     LockedLists() { EXPECT_TRUE(!orSLL_Create(&stack_) && !orSLL2_Create(&deque_)); }
     ~LockedLists() override {
         orSLL_Release(stack_);

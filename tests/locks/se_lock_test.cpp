@@ -8,8 +8,7 @@ using namespace locks;
 using namespace velora_com::qel::locks;
 namespace support = velora_com::qel::support;
 
-class SELock : public testing::Test {
-protected:
+struct SELock : testing::Test {
     SELock() { EXPECT_EQ(orSO_SELockCreate(&lock_), ORU_SUCCESS); }
     ~SELock() override { orSO_Release(lock_); }
 
@@ -220,23 +219,17 @@ TEST(SpinWord, ExcludesWhoeverExchanges) {
     constexpr int rounds = 200'000;
     int32_t spin = 0;
     int guarded = 0;
-    std::atomic<int> ready{0};
-    const auto count = [&](bool through_mutex) {
-        for (++ready; ready != 2;) {
-        }
+    together(2, [&](int through_mutex) {
         for (int round = 0; round < rounds; ++round) {
-            if (!through_mutex) {
+            if (through_mutex == 0) {
                 orSL_Get(&spin);
             }
-            while (through_mutex && oruInterlockedExchange(&spin, 1) != 0) {
+            while (through_mutex != 0 && oruInterlockedExchange(&spin, 1) != 0) {
             }
             ++guarded;
             orSL_Release(&spin);
         }
-    };
-    std::thread other(count, true);
-    count(false);
-    other.join();
+    });
     EXPECT_EQ(guarded, 2 * rounds);
 }
 

@@ -9,10 +9,6 @@
 #include "vlrcomn/net_interface.h"
 #include "vlrcomn/network_util.h"
 
-#if !defined(__THROW)  // as glibc declares the calls on lists
-#define __THROW
-#endif
-
 // An address is IPv4, IPv6 or the six characters of a link-layer one. A mask states no family.
 static struct Entry {
     const char* name;
@@ -123,6 +119,7 @@ extern "C" int getsockname(int, sockaddr* end, socklen_t*) __THROW {
 }
 
 using namespace velora_com::qel;
+using fault_injection::failing;
 
 const ANetworkUtil util;
 const struct Disabled : ANetworkUtil {
@@ -184,10 +181,9 @@ TEST_F(Network, IsListedWhereNothingIsMissingAndSearchedByIndex) {
     EXPECT_EQ(found.getMACAddress(), "6c6f2d6d6163") << "the first match wins";
     EXPECT_EQ(list_.getIndexes(), (std::vector<unsigned int>{1, 9}));
 
-    EXPECT_EQ(
-        fault_injection::failing(1, "malloc", [&] { return list_.getNetInterface(1u, found); }), 0);
+    EXPECT_EQ(failing(1, "malloc", [&] { return list_.getNetInterface(1u, found); }), 0);
     const auto find = [&] { return getNetInterfaceFromIPAddress(found, "203.0.113.9", list_); };
-    EXPECT_EQ(fault_injection::failing(1, "malloc", find), 0);
+    EXPECT_EQ(failing(1, "malloc", find), 0);
 
     EXPECT_EQ(list_.initialize(), 1);
     EXPECT_EQ(addresses().size(), 8u) << "a second filling adds all again";
@@ -209,31 +205,28 @@ TEST_F(Network, IsDescribedInParts) {
     short_mask->sa_family = AF_INET;
     sockaddr_storage stating = std::end(entries)[-3].mask_room;
     stating.ss_family = AF_INET6;
-    const struct {
-        unsigned int family;
-        sockaddr *mask, *address;  // without an address the mask itself is asked for
-        const char* text;          // none: fails
-    } table[] = {{AF_INET6, link_local.ifa_netmask, nullptr, "ffff:ffff:ffff:ffff::"},
-                 // What the mask states counts.
-                 {AF_INET, reinterpret_cast<sockaddr*>(&stating), nullptr,
-                  "ffff:ffff:ffff:ffff:ffff:ffff::"},
-                 {AF_INET6, short_mask.get(), nullptr, "255.255.255.252"},
-                 {AF_UNIX, ipv4.ifa_netmask, nullptr, nullptr},
-                 {AF_INET, nullptr, nullptr, nullptr},
-                 {AF_INET6, link_local.ifa_netmask, link_local.ifa_addr, "N/A"},
-                 {AF_INET, ipv4.ifa_netmask, ipv4.ifa_addr, "203.0.113.8"},
-                 {AF_INET, nullptr, ipv4.ifa_addr, nullptr}};
+    sockaddr* const states_ipv6 = reinterpret_cast<sockaddr*>(&stating);
+    sockaddr *const wide = link_local.ifa_netmask, *const narrow = ipv4.ifa_netmask;
+    // Without an address the mask itself is asked for. What the mask states counts.
+    const std::tuple<unsigned int, sockaddr*, sockaddr*, const char*> table[] = {
+        {AF_INET6, wide, nullptr, "ffff:ffff:ffff:ffff::"},
+        {AF_INET, states_ipv6, nullptr, "ffff:ffff:ffff:ffff:ffff:ffff::"},
+        {AF_INET6, short_mask.get(), nullptr, "255.255.255.252"},
+        {AF_UNIX, narrow, nullptr, "untouched"},
+        {AF_INET, nullptr, nullptr, "untouched"},
+        {AF_INET6, wide, link_local.ifa_addr, "N/A"},
+        {AF_INET, narrow, ipv4.ifa_addr, "203.0.113.8"},
+        {AF_INET, nullptr, ipv4.ifa_addr, "untouched"},
+    };
     for (const auto& [family, mask, address, expected] : table) {
         text_ = "untouched";
         const int result = address == nullptr ? getNetMask(family, mask, text_)
                                               : getNetAddr(family, mask, address, text_);
-        EXPECT_EQ(std::pair(result, text_),
-                  std::pair(expected ? 1 : 0, std::string(expected ? expected : "untouched")));
+        EXPECT_EQ(text_, expected);
+        EXPECT_EQ(result, text_ != "untouched");
     }
     EXPECT_EQ(getNetAddr(AF_INET, ipv4.ifa_netmask, nullptr, text_), 0);
-    EXPECT_EQ(fault_injection::failing(
-                  1, "malloc", [&] { return getNetMask(AF_INET6, link_local.ifa_netmask, text_); }),
-              0);
+    EXPECT_EQ(failing(1, "malloc", [&] { return getNetMask(AF_INET6, wide, text_); }), 0);
 }
 
 TEST_F(Network, IsListedWithOneFreeDescriptor) {
@@ -260,9 +253,8 @@ TEST_F(Network, IsListedAsFarAsTheSystemAnswers) {
     });
     EXPECT_GT(walk.calls - walk.tolerated, 10);
     EXPECT_EQ(fewest, 3U);
-    fault_injection::failing(1, "malloc", [&] {
-        return list_.getNetInterface(9u).setOption(NETINTERFACE_INDEX, 9u), 0;
-    });
+    failing(1, "malloc",
+            [&] { return list_.getNetInterface(9u).setOption(NETINTERFACE_INDEX, 9u), 0; });
     EXPECT_EQ(list_.getIndexes().size(), 0u) << "not in the table";
 }
 
@@ -337,8 +329,6 @@ TEST_F(Network, FailsByTheStatedResult) {
     EXPECT_EQ(util.vlrGetScopeId("[fe80::1%9]", scope), 1);
     EXPECT_EQ(std::exchange(scope, 7), 1u);
     EXPECT_EQ(disabled.vlrGetScopeId("fe80::1", scope), 0);
-    EXPECT_EQ(fault_injection::failing(1, "getifaddrs",
-                                       [&] { return util.vlrGetScopeId("fe80::1", scope); }),
-              0);
+    EXPECT_EQ(failing(1, "getifaddrs", [&] { return util.vlrGetScopeId("fe80::1", scope); }), 0);
     EXPECT_EQ(scope, 7u);
 }

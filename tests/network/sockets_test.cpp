@@ -15,8 +15,7 @@ using support::FileDescriptor;
 const ANetworkUtil util;
 
 // A listener on a free port, whose connections complete without being taken.
-class Connect : public testing::TestWithParam<std::pair<std::string, std::string>> {
-protected:
+struct Connect : testing::TestWithParam<std::pair<std::string, std::string>> {
     void SetUp() override {
         addrinfo* list = nullptr;
         ASSERT_EQ(util.vlrCreateAddrinfo('[' + host_ + "%none]", "0", &list, false), 0);

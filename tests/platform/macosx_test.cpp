@@ -17,8 +17,7 @@ using mac_imitation::machine;
 using testing::FieldsAre;
 using testing::Optional;
 
-class MacTest : public testing::Test {
-protected:
+struct MacTest : testing::Test {
     MacTest() { machine = {}; }
 };
 

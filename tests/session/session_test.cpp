@@ -39,8 +39,7 @@ extern "C" int __wrap_access(const char* path, int mode) {
 using namespace velora_com::qel::session;
 using velora_com::qel::platform::script;
 
-class Session : public testing::Test {
-protected:
+struct Session : testing::Test {
     Session() {
         script() = {};
         has_client = true;
@@ -122,19 +121,12 @@ TEST_F(Session, CollectionsOnTwoThreadsSeeEveryRecord) {
     for (int i = 0; i < 1000; ++i) {
         add(USER_PROCESS, "1", "Bob" + std::to_string(i), "tty");
     }
-    std::atomic<int> waiting{2};
-    const auto collect = [&] {
-        for (--waiting; waiting != 0;) {
-            std::this_thread::yield();
-        }
+    testing::internal::CaptureStdout();
+    together(2, [](int) {
         std::set<std::wstring> users, local;
         CollectLoggedonUsers(users, local, false);
         EXPECT_EQ(users.size(), 1000U);
-    };
-    testing::internal::CaptureStdout();
-    std::thread other(collect);
-    collect();
-    other.join();
+    });
     testing::internal::GetCapturedStdout();
 }
 

@@ -138,28 +138,12 @@ TEST(Tls, HandsOutTheLowestFreeIndexWithAValueForEachThread) {
     free_tls_indices_of_process();
 }
 
-// Runs `body(number)` on `count` threads that start together.
-template <typename Body>
-static void together(int count, Body body) {
-    const Handle go = make_event();
-    std::vector<std::thread> threads;
-    for (int number = 0; number < count; ++number) {
-        threads.emplace_back([&, number] {
-            wait_for(go);
-            body(number);
-        });
-    }
-    EXPECT_EQ(oruSetEvent(go.get()), 1);
-    for (auto& thread : threads) {
-        thread.join();
-    }
-}
-
 TEST(Stress, ManyWaitersShareOneMutex) {
     constexpr int threads = 16, rounds = 150;
-    const Handle mutex = make_mutex();
+    const Handle mutex = make_mutex(), go = make_event();
     int guarded = 0;  // no atomic: the mutex is all that protects it
     together(threads, [&](int number) {
+        number != threads - 1 ? wait_for(go) : static_cast<uint32_t>(oruSetEvent(go.get()));
         for (int round = 0; round < rounds; ++round) {
             // Every third thread gives up now and then; a failed or late wait must not own it.
             const auto limit = number % 3 == 0 ? static_cast<uint32_t>(round % 3) : ORU_INFINITE;

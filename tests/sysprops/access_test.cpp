@@ -1,11 +1,7 @@
 // One property, all properties and what they ask of the machine.
-#include <gtest/gtest.h>
 #include <utmpx.h>
 
 #include <clocale>
-#include <cstdlib>
-#include <set>
-#include <utility>
 
 #include "support/fault_injection.h"
 #include "support/scripted_platform.h"

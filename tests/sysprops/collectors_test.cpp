@@ -9,10 +9,6 @@
 #include "sysprops/address_choice.h"
 #include "vlrcomn/system_properties.h"
 
-#if !defined(__THROW)  // as glibc declares these calls
-#define __THROW
-#endif
-
 static const char* machine = "Power Macintosh";  // empty when it cannot be asked
 
 extern "C" int uname(utsname* out) __THROW {

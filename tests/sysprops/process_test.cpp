@@ -15,19 +15,15 @@ TEST(Threads, TakeReportsAtOnceAndMeetNoForeignZone) {
     };
     const std::wstring alone = steady_report();
     EXPECT_EQ(alone.substr(0, 3), L"XYZ");
-    const auto work = [&](wchar_t digit) {
+    together(3, [&](int number) {
         for (int i = 0; i < 10; ++i) {
             tm start = {};
             start.tm_mday = 1;
             velora_com::qel::vlrcomn_timegm(&start);  // reads as UTC, which must not show
-            orumcomn_set_local_ip_addr(std::wstring(100, digit));
+            orumcomn_set_local_ip_addr(std::wstring(100, L"123"[number]));
             const std::wstring last_known = ISysProps::GetLastKnownLocalIP();
             EXPECT_EQ(last_known, std::wstring(100, last_known[0]));
             EXPECT_EQ(steady_report(), alone);
         }
-    };
-    std::thread first(work, L'1'), second(work, L'2');
-    work(L'3');
-    first.join();
-    second.join();
+    });
 }

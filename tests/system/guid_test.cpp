@@ -45,15 +45,10 @@ TEST(GuidGenerator, NumbersGuidsOfAMicrosecondAndOfAClockGoneBack) {
 
 TEST(Guid, ThreadsNeverGetEqualOnesAndNullsNone) {
     std::vector<GUID> made(20000);
-    const auto make = [&](GUID* begin) {
+    together(4, [&](int number) {
+        const auto begin = made.begin() + number * 5000;
         std::for_each(begin, begin + 5000, [](GUID& guid) { oruCoCreateGuid(&guid); });
-    };
-    {
-        std::vector<std::future<void>> threads;
-        for (size_t begin = 0; begin < made.size(); begin += 5000) {
-            threads.push_back(std::async(std::launch::async, make, &made[begin]));
-        }
-    }
+    });
     char text[ORU_GUID_TEXT_SIZE];
     EXPECT_TRUE(!oruCoCreateGuid(nullptr) && !oruUuidToStringA(nullptr, text));
     EXPECT_EQ(oruUuidToStringA(made.data(), nullptr), nullptr);

@@ -9,8 +9,7 @@
 
 using namespace velora_com::qel;
 
-class Times : public testing::Test {
-protected:
+struct Times : testing::Test {
     ~Times() override { set_zone(nullptr); }
 
     static void set_zone(const char* zone) {
