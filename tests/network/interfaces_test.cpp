@@ -141,6 +141,10 @@ struct Network : testing::Test {
         return all;
     }
 
+    int find_local(const ANetworkUtil& with = util, const char* host = "host") {
+        return with.vlrGetLocalIPAddress(host, "9", text_, false, NI_NUMERICHOST, 5);
+    }
+
     NetInterfaceList list_{false};
     std::string text_;
 };
@@ -262,20 +266,19 @@ TEST_F(Network, GivesLinkLocalAddressesTheirScopeAndAtMostFourteenTexts) {
     EXPECT_EQ(util.formatV6addrWithScope("[fe80::1%77]", true), "[fe80::1%1]");
     EXPECT_EQ(util.formatV6addrWithScope("fe80::2", true), "fe80::2") << "the resolver's word";
     EXPECT_EQ(util.formatV6addrWithScope("[2001:db8::1%3]", true), "[2001:db8::1]");
-    const auto find_local = [&](std::vector<const char*> ends, const char* peer) {
-        local_ends = std::move(ends);
-        resolved = peer;
-        return util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 0);
-    };
     const char* const former = resolved;
     // A text of 32 characters is too long for a scope.
     for (const auto& [peer, scope] : {std::pair(former, 1u),
                                       {"fe80:100:aaaa:bbbb:cccc:ddd:e:1", 1u},
                                       {"fe80:100:aaaa:bbbb:cccc:dddd:e:1", 0u}}) {
-        EXPECT_EQ(find_local({"::5", "::", nullptr, "0.0.0.0"}, peer), 0);
+        local_ends = {"::5", "::", nullptr, "0.0.0.0"};
+        resolved = peer;
+        EXPECT_EQ(find_local(), 0);
         EXPECT_EQ(connected_scope, scope);
     }
-    EXPECT_EQ(find_local(std::vector<const char*>(16, "::"), former), -1);
+    local_ends.assign(16, "::");
+    resolved = former;
+    EXPECT_EQ(find_local(), -1);
     EXPECT_EQ(text_, "0:0:0:0:0:0:0:5");
     std::vector<char*> texts;
     EXPECT_EQ(util.vlrGetAddrinfo("host", "", texts, NI_NUMERICHOST), 0);
@@ -289,11 +292,8 @@ TEST_F(Network, GivesLinkLocalAddressesTheirScopeAndAtMostFourteenTexts) {
 
 TEST_F(Network, ToleratesFailuresOfTheSystemWhereAnotherAddressIsLeft) {
     local_ends.reserve(16);
-    const auto find_local = [&] {
-        local_ends.assign(16, "::5");
-        return util.vlrGetLocalIPAddress("host", "9", text_, false, NI_NUMERICHOST, 5) == 0;
-    };
-    EXPECT_GT(fault_injection::walk_failures(find_local, [] {}).tolerated, 5);
+    const auto find = [&] { return local_ends.assign(16, "::5"), find_local() == 0; };
+    EXPECT_GT(fault_injection::walk_failures(find, [] {}).tolerated, 5);
     std::vector<char*> texts;
     const auto give_back = [&] {
         util.vlrFreeAddrinfo(texts);
@@ -304,11 +304,8 @@ TEST_F(Network, ToleratesFailuresOfTheSystemWhereAnotherAddressIsLeft) {
 }
 
 TEST_F(Network, FailsByTheStatedResult) {
-    const auto find_local = [&](const ANetworkUtil& with, const char* host) {
-        return with.vlrGetLocalIPAddress(host, "9", text_, false, NI_NUMERICHOST, 5);
-    };
     EXPECT_EQ(find_local(util, "none"), EAI_NONAME);
-    EXPECT_EQ(find_local(disabled, "host"), -1);
+    EXPECT_EQ(find_local(disabled), -1);
     std::vector<char*> texts;
     EXPECT_EQ(util.vlrGetAddrinfo("none", "", texts, NI_NUMERICHOST), EAI_NONAME);
     EXPECT_EQ(disabled.vlrGetAddrinfo("host", "", texts, NI_NUMERICHOST), -1);

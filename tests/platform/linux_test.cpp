@@ -1,5 +1,4 @@
-// What the Linux answerer reads out of the system's texts and says of this machine; the test of the whole
-// report compares processors, memory, disks and interfaces with the system's own tools.
+// What the Linux answerer reads out of texts; tests/report compares what it says of the machine.
 #include <ifaddrs.h>
 #include <netpacket/packet.h>
 
@@ -60,8 +59,7 @@ TEST(MountTable, EntriesAreDecodedWhateverTheirLength) {
                                             FieldsAre(38, 36, "0:42", "/", "overlay")));
 }
 
-// A machine's mounts, each with "local" when it is asked for its size and "away" when it is not; the others
-// stand for nothing.
+// "local" mounts are asked for their size, "away" ones are not, the others stand for nothing.
 TEST(MountTable, EveryLocalFileSystemIsAskedOnce) {
     const struct {
         const char *mount, *expected;

@@ -1,5 +1,4 @@
-// The Mac answerer against the imitated Mac: it asks the right questions, in the right sizes, takes every
-// failure as "nothing" and keeps nothing.
+// The Mac answerer against the imitated Mac: what it asks, and that each failure reads as nothing.
 #include <CoreServices/CoreServices.h>
 #include <ifaddrs.h>
 #include <net/if_dl.h>

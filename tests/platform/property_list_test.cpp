@@ -18,8 +18,8 @@ static std::string look_up(const std::string& document) {
 const std::string value = "<key>A</key><string>v</string>";
 
 TEST(PropertyList, TextsAreUtf8OfBoundedLength) {
-    const std::string latin = in_dictionary("<key>A</key><string>\xE9</string>");
-    EXPECT_EQ(look_up("<?xml version='1.0' encoding='ISO-8859-1'?>" + latin), "[\xC3\xA9]");
+    const std::string latin = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+    EXPECT_EQ(look_up(latin + in_dictionary("<key>A</key><string>\xE9</string>")), "[\xC3\xA9]");
     const std::string too_long = std::string(254, 'x') + "\xC3\xA9";
     EXPECT_EQ(look_up(in_dictionary("<key>A</key><string>" + too_long + "</string>")), "missing");
 }

@@ -1,8 +1,6 @@
-// "addresses": prints every address of the interface list; "local" and a list of hosts: the local
-// address that leads to the first that can be reached. Any other argument is a file: writes a login record to
-// it, collects everything twice with the file's records and prints nothing, so that what appears on its standard
-// output is the library's own. Ends with 1 when the library has started a thread, with 2 when it has left a
-// descriptor open.
+// "addresses": prints every address of the interface list; "local" and hosts: the local address that leads to the
+// first that can be reached. Else a file: writes a login record to it, collects everything twice with it and prints
+// nothing of its own. Ends with 1 when the library has started a thread, with 2 when it has left a descriptor open.
 #include <utmpx.h>
 
 #include <cstring>

@@ -97,20 +97,18 @@ WRAP(free, void, void* memory) {
     extern "C" int __wrap_##name parameters {                                       \
         return fails(#name) ? error : counted(__real_##name arguments, difference); \
     }
-WRAP_COUNTED(posix_memalign, ENOMEM, 1, (void** memory, size_t alignment, size_t size),
-             (memory, alignment, size))
-WRAP_COUNTED(pthread_cond_init, ENOMEM, 1, (pthread_cond_t * cond, const pthread_condattr_t* with),
-             (cond, with))
-WRAP_COUNTED(pthread_cond_broadcast, EINVAL, 0, (pthread_cond_t * cond), (cond))
-WRAP_COUNTED(pthread_mutex_init, ENOMEM, 1,
-             (pthread_mutex_t * mutex, const pthread_mutexattr_t* with), (mutex, with))
-WRAP_COUNTED(pthread_mutex_lock, EINVAL, 0, (pthread_mutex_t * mutex), (mutex))
-WRAP_COUNTED(pthread_attr_init, ENOMEM, 1, (pthread_attr_t * with), (with))
-WRAP_COUNTED(pthread_attr_setdetachstate, EINVAL, 0, (pthread_attr_t * with, int state),
-             (with, state))
+WRAP_COUNTED(posix_memalign, ENOMEM, 1, (void** to, size_t align, size_t size), (to, align, size))
+WRAP_COUNTED(pthread_cond_init, ENOMEM, 1, (pthread_cond_t * c, const pthread_condattr_t* a),
+             (c, a))
+WRAP_COUNTED(pthread_cond_broadcast, EINVAL, 0, (pthread_cond_t * c), (c))
+WRAP_COUNTED(pthread_mutex_init, ENOMEM, 1, (pthread_mutex_t * m, const pthread_mutexattr_t* a),
+             (m, a))
+WRAP_COUNTED(pthread_mutex_lock, EINVAL, 0, (pthread_mutex_t * m), (m))
+WRAP_COUNTED(pthread_attr_init, ENOMEM, 1, (pthread_attr_t * a), (a))
+WRAP_COUNTED(pthread_attr_setdetachstate, EINVAL, 0, (pthread_attr_t * a, int state), (a, state))
 WRAP_COUNTED(pthread_create, EAGAIN, 0,
-             (pthread_t * thread, const pthread_attr_t* with, void* (*run)(void*), void* parameter),
-             (thread, with, run, parameter))
+             (pthread_t * thread, const pthread_attr_t* a, void* (*run)(void*), void* parameter),
+             (thread, a, run, parameter))
 
 // Calls that give back do not fail.
 #define WRAP_DESTROY(name, type)                   \
@@ -166,19 +164,19 @@ WRAP(close, int, int descriptor) {
     }                                                                     \
     WRAP_CALL(name, result, failure, error, parameters, arguments)
 
-WRAP_CALL(read, ssize_t, -1, EIO, (int file, void* bytes, size_t count), (file, bytes, count))
+WRAP_CALL(read, ssize_t, -1, EIO, (int file, void* to, size_t count), (file, to, count))
 WRAP_LARGE(ftruncate, int, -1, EIO, (int file, off_t length), (file, length))
-WRAP_LARGE(fstat, int, -1, EIO, (int file, struct stat* status), (file, status))
-WRAP_LARGE(stat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
-WRAP_LARGE(lstat, int, -1, EIO, (const char* path, struct stat* status), (path, status))
-WRAP_LARGE(fstatat, int, -1, EIO, (int at, const char* path, struct stat* status, int flags),
-           (at, path, status, flags))
+WRAP_LARGE(fstat, int, -1, EIO, (int file, struct stat* to), (file, to))
+WRAP_LARGE(stat, int, -1, EIO, (const char* path, struct stat* to), (path, to))
+WRAP_LARGE(lstat, int, -1, EIO, (const char* path, struct stat* to), (path, to))
+WRAP_LARGE(fstatat, int, -1, EIO, (int at, const char* path, struct stat* to, int flags),
+           (at, path, to, flags))
 WRAP_CALL(rename, int, -1, EACCES, (const char* from, const char* to), (from, to))
 WRAP_CALL(opendir, DIR*, nullptr, EMFILE, (const char* path), (path))
 WRAP_LARGE(readdir, struct dirent*, nullptr, EIO, (DIR * folder), (folder))
 WRAP_CALL(getifaddrs, int, -1, ENOMEM, (struct ifaddrs * *list), (list))
 WRAP_CALL(getnameinfo, int, EAI_MEMORY, ENOMEM,
-          (const sockaddr* from, socklen_t size, char* host, socklen_t hosts, char* port,
-           socklen_t ports, int flags),
-          (from, size, host, hosts, port, ports, flags))
-WRAP_CALL(socket, int, -1, EMFILE, (int family, int type, int protocol), (family, type, protocol))
+          (const sockaddr* of, socklen_t size, char* host, socklen_t m, char* port, socklen_t n,
+           int f),
+          (of, size, host, m, port, n, f))
+WRAP_CALL(socket, int, -1, EMFILE, (int family, int type, int number), (family, type, number))

@@ -1,8 +1,7 @@
 // Makes the system refuse one call after another, to show that a function undoes what it has begun.
-//
 // In a program made with FAULTS the calls listed at the end of fault_injection.cpp, made by the library or the
-// test, pass through here; memory comes through malloc and operator new alike. Only the thread that asks for a failure meets it. Make no assertions
-// between the construction and the disarming of a FailNth: they allocate too.
+// test, pass through here; memory comes through malloc and operator new alike. Only the thread that asks for a
+// failure meets it. Make no assertions between the construction and the disarming of a FailNth: they allocate.
 #pragma once
 
 #include <sys/time.h>

@@ -1,7 +1,5 @@
-// The machine as a test describes it: the answers that the scripted platform gives.
-//
-// A test fills script() and calls the collectors; every answer starts as "nothing". Reset it in the
-// fixture with script() = {}.
+// The machine as a test describes it: script() holds the answers of the scripted platform, each "nothing" at
+// first. A fixture resets it with script() = {}.
 #pragma once
 
 #include <functional>

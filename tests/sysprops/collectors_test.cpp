@@ -1,5 +1,4 @@
-// The collectors against machines that the test describes. The calls by which they name this host are
-// answered here instead of by the C library.
+// The collectors on machines that the test describes; it answers for the C library, too.
 #include <netdb.h>
 #include <sys/socket.h>
 #include <sys/utsname.h>
