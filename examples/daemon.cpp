@@ -28,7 +28,9 @@ static uint32_t work(void* parameter) {
 }
 
 int main() {
-    setvbuf(stdout, nullptr, _IOLBF, 0);  // each line at once, also into a pipe
+    if (setvbuf(stdout, nullptr, _IOLBF, 0) != 0) {  // each line at once, also into a pipe
+        return 1;
+    }
 
     // Before any thread starts: threads inherit the mask, so that only the loop takes the signals.
     SignalHandler signals;

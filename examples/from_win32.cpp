@@ -83,7 +83,7 @@ struct AutoResetEvent {
 static uint32_t wait_for_all(std::initializer_list<oruHandle> objects, Clock::time_point deadline) {
     const auto signalled = [](oruHandle object) { return look(object) == ORU_WAIT_SIGNALLED; };
     do {
-        for (const oruHandle object : objects) {
+        for (oruHandle object : objects) {
             const uint32_t result = wait_until(object, deadline);
             if (result != ORU_WAIT_SIGNALLED) {
                 return result;

@@ -7,6 +7,7 @@
 #include <vlrcomn/dynamic_library.h>
 
 /* The version stamp; a plug-in without it has none. */
+/* NOLINTNEXTLINE(bugprone-easily-swappable-parameters): the agent calls it so. */
 VLRCOMN_API int SVPLUGIN_GetVersion(uint16_t* major, uint16_t* minor, uint16_t* third,
                                     uint16_t* fourth) {
     *major = 1;

@@ -19,7 +19,7 @@ static std::string report_text() {
     machine.GetAllSystemProperties(properties);  // false, with no properties: out of memory
     std::wstring text;
     for (const auto& [name, value] : properties) {
-        text += name + L'\t' + value + L'\n';
+        text.append(name).append(L"\t").append(value).append(L"\n");
     }
     return velora_com::qel::orumcomn_wide_to_ansi(text);
 }
