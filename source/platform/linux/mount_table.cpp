@@ -24,8 +24,9 @@ std::optional<int32_t> number(std::string_view word) {
 
 // The kernel writes blanks, line ends and backslashes as three octal digits behind a backslash.
 std::string decoded(std::string_view word) {
-    std::string text;
-    for (size_t i = 0; i < word.size(); ++i) {
+    const size_t plain = std::min(word.find('\\'), word.size());
+    std::string text(word.substr(0, plain));
+    for (size_t i = plain; i < word.size(); ++i) {
         unsigned int byte = 0;
         const char* const digits = word.data() + i + 1;
         if (word[i] == '\\' && word.size() - i > 3 &&
@@ -60,6 +61,7 @@ std::optional<Mount> parse_mount(std::string_view line) {
 
 std::vector<Mount> parse_mount_table(std::string_view text) {
     std::vector<Mount> table;
+    table.reserve(static_cast<size_t>(std::count(text.begin(), text.end(), '\n')));
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(line.size() + 1, text.size()));
