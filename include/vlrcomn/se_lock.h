@@ -148,7 +148,8 @@ VLRCOMN_API uintptr_t orSO_DbgGetThread(void);
 /**
  * Takes a spin word, trying until it is free. `errno` is kept.
  *
- * The first 4000 tries follow each other at once; then come 100 tries each with a sleep of 0, 10
+ * The first 4000 tries follow each other at once, the first of them with a moment's pause between
+ * them so that threads do not wrestle for the word; then come 100 tries each with a sleep of 0, 10
  * ms, 100 ms and 1 s before the next one; **from the 4401st on it tries without sleeping and burns
  * a processor** until the word is free. A try that finds the word held only looks at it. A thread is
  * not cancelled in here (on Mac OS X 10.4 it may end in a sleep, without the word).

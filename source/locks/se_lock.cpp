@@ -9,7 +9,6 @@
 #include "locks/se_lock_wait.h"
 #include "locks/spin_word.h"
 #include "locks/thread_registry.h"
-#include "support/cpu_pause.h"
 #include "support/owners.h"
 #include "support/process_id.h"
 #include "support/watch.h"
@@ -18,10 +17,10 @@ namespace {
 
 using namespace velora_com::qel::locks;
 using velora_com::qel::support::CancellationOff;
-using velora_com::qel::support::cpu_pause;
 using velora_com::qel::support::has_several_processors;
+using velora_com::qel::support::pause_between_looks;
 using velora_com::qel::support::process_id;
-using velora_com::qel::support::watch_pauses;
+using velora_com::qel::support::watch_looks;
 
 // A thread without identity owns nothing, although a lock without owner holds the same value.
 bool owned_by(uintptr_t me, const orSELock& lock) VLRCOMN_REQUIRES(lock.spin) {
@@ -76,14 +75,14 @@ using MayTake = bool(uintptr_t me, const orSELock& lock);
 // free within that moment costs neither side a hand-over, several times as long as an uncontended pair.
 template <MayTake may_take>
 bool may_take_soon(uintptr_t me, orSELock& lock, int wait) VLRCOMN_REQUIRES(lock.spin) {
-    int looks = can_wait(me, wait) && has_several_processors() ? watch_pauses : 0;
+    int looks = can_wait(me, wait) && has_several_processors() ? watch_looks : 0;
     while (!may_take(me, lock)) {
         if (looks == 0) {
             return false;
         }
         lock.spin.unlock();
         do {
-            cpu_pause();
+            pause_between_looks();
             --looks;
         } while (looks > 0 && looks_held(lock));
         lock.spin.lock();

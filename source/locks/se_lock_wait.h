@@ -13,8 +13,9 @@ inline bool can_wait(uintptr_t me, int wait) {
 }
 
 // Called with the spin word held, which it gives back. Puts the calling thread at the head of a queue and
-// waits until it has been let in: 1. It is 0 at once when the thread does not want to wait or cannot. Only cancellation ends the sleep otherwise: the thread is then
-// no longer queued and holds nothing. Apart from its callers, which take a free lock the faster for it.
+// waits until it has been let in: 1. It is 0 at once when the thread does not want to wait or cannot. Only
+// cancellation ends the sleep otherwise: the thread is then no longer queued and holds nothing. Apart from its
+// callers, which take a free lock the faster for it.
 [[gnu::noinline]] int wait_in_queue(orSELock& lock, orLLItem*& queue, int wait)
     VLRCOMN_RELEASE(lock.spin);
 

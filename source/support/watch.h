@@ -15,9 +15,14 @@ bool has_several_processors() noexcept;
 // thousand calls then yield to nobody.
 bool yield_for_a_moment() noexcept;
 
-// As long as an answer from another processor takes. More pauses only hold up a thread that waits for this one's
+// As long as an answer from another processor takes. More looks only hold up a thread that waits for this one's
 // processor, as a yield does not.
-constexpr int watch_pauses = 20;
+constexpr int watch_looks = 5;
+
+// A look takes the word's line of memory away from a processor that works on it, hence few of them.
+inline void pause_between_looks() noexcept {
+    cpu_pause(4);
+}
 
 // Looks until `changed` gives true, or for some microseconds, the time that a sleep and a wake-up would
 // take. Returns whether it did. Not a cancellation point.
@@ -27,11 +32,11 @@ bool watch(Changed changed) noexcept {
     if (!has_several_processors()) {
         return false;
     }
-    for (int turn = 0; turn < watch_pauses; ++turn) {
+    for (int turn = 0; turn < watch_looks; ++turn) {
         if (changed()) {
             return true;
         }
-        cpu_pause();
+        pause_between_looks();
     }
     for (int turn = 0; turn < yields && !changed(); ++turn) {
         if (!yield_for_a_moment()) {
