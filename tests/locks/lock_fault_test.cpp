@@ -1,14 +1,27 @@
 // Locks when the system refuses memory, and when the spin word stays held.
 
-#include "locks/spin_word.h"
+#include "locks/peers.h"
 #include "support/fault_injection.h"
 #include "vlrcomn/locked_list.h"
 
+using namespace locks;
+
 static std::atomic<int> sleepers{0};
+
+// A lock whose spin word is held until somebody sleeps for it, and the holds that it had then.
+static orSELock* engaged = nullptr;
+static int32_t holds_then = -1;
+static void let_go() VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
+    holds_then = engaged->count;
+    std::exchange(engaged, nullptr)->spin.unlock();
+}
 
 // Nobody really sleeps for a spin word, but may be cancelled there.
 extern "C" int __wrap_usleep(useconds_t) {
     ++sleepers;
+    if (engaged != nullptr) {
+        let_go();
+    }
     pthread_testcancel();
     return 0;
 }
@@ -30,6 +43,34 @@ TEST(SpinWord, BacksOffAsDocumentedAndIsNotCancelled) {
     orSL_Release(&spin);
     waiting.join();
     EXPECT_EQ(spin, 1) << "taken, as if nobody had cancelled";
+}
+
+TEST(SpinWord, IsWaitedForByWhateverChangesTheLock) {
+    const Registry registry;
+    orSELock* lock;
+    ASSERT_EQ(orSO_SELockCreate(&lock), ORU_SUCCESS);
+    const auto ask = [](orSELock* of) { orSO_SELockExclusiveNotify(of, nullptr, 0, 0); };
+    const auto ask_no_more = [](orSELock* of) { orSO_SELockExclusiveUnnotify(of, nullptr, 0, 0); };
+    const auto request = [](Mode mode) { return [=](orSELock* of) { EXPECT_EQ(mode(of, 0), 1); }; };
+    const std::tuple<const char*, std::function<void(orSELock*)>, int32_t> calls[] = {
+        {"exclusive", request(exclusive), 0},
+        {"shared", request(shared_behind_writers), 1},
+        {"shared, past writers", request(shared_past_writers), 2},
+        {"notify", ask, 3},
+        {"unnotify", ask_no_more, 4},
+        {"downgrade", orSO_SELockExclusiveToShared, 4},
+        {"release", orSO_SELockRelease, 4},
+    };
+    for (const auto& [name, call, holds] : calls) {
+        SCOPED_TRACE(name);
+        holds_then = -1;
+        orSL_Get(&lock->spin.word);
+        engaged = lock;
+        call(lock);
+        EXPECT_EQ(holds_then, holds);
+        EXPECT_EQ(lock->spin.word, 0);
+    }
+    orSO_Release(lock);
 }
 
 TEST(LockMemory, AListWhoseLockCannotBeMadeIsANullPointerWithSuccess) {
