@@ -18,6 +18,7 @@ namespace {
 using namespace velora_com::qel::locks;
 using velora_com::qel::support::CancellationOff;
 using velora_com::qel::support::has_several_processors;
+using velora_com::qel::support::looks_pay;
 using velora_com::qel::support::pause_between_looks;
 using velora_com::qel::support::process_id;
 using velora_com::qel::support::watch_looks;
@@ -75,7 +76,8 @@ using MayTake = bool(uintptr_t me, const orSELock& lock);
 // free within that moment costs neither side a hand-over, several times as long as an uncontended pair.
 template <MayTake may_take>
 bool may_take_soon(uintptr_t me, orSELock& lock, int wait) VLRCOMN_REQUIRES(lock.spin) {
-    int looks = can_wait(me, wait) && has_several_processors() ? watch_looks : 0;
+    const bool may_pay = can_wait(me, wait) && has_several_processors() && looks_pay();
+    int looks = may_pay ? watch_looks : 0;
     while (!may_take(me, lock)) {
         if (looks == 0) {
             return false;

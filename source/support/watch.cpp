@@ -36,6 +36,9 @@ int64_t now() noexcept {
     return int64_t{time.tv_sec} * 1'000'000 + time.tv_usec;
 }
 
+// Waits since the last one that its looks ended. Threads may miss each other's: it is a guess.
+std::atomic<uint32_t> looks_in_vain{0};
+
 }  // namespace
 
 bool has_several_processors() noexcept {
@@ -46,6 +49,24 @@ bool has_several_processors() noexcept {
         known.store(processors, std::memory_order_relaxed);
     }
     return processors > 1;
+}
+
+bool looks_pay() noexcept {
+    constexpr uint32_t patience = 16;
+    return looks_in_vain.load(std::memory_order_relaxed) < patience;
+}
+
+bool looks_are_due() noexcept {
+    constexpr uint32_t left_out = 64;
+    return looks_in_vain.load(std::memory_order_relaxed) % left_out == 0;
+}
+
+void note_looks(bool paid) noexcept {
+    const uint32_t in_vain = looks_in_vain.load(std::memory_order_relaxed);
+    if (paid && in_vain == 0) {
+        return;  // nothing to store: the word is every processor's
+    }
+    looks_in_vain.store(paid ? 0 : in_vain + 1, std::memory_order_relaxed);
 }
 
 bool yield_for_a_moment() noexcept {

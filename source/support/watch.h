@@ -24,6 +24,13 @@ inline void pause_between_looks() noexcept {
     cpu_pause(4);
 }
 
+// Whether looks have found lately, in time, what they waited for. They do not where more threads want to run than
+// there are processors: they then only keep the awaited thread from running. Now and then they are due all the
+// same, to see whether that has changed.
+bool looks_pay() noexcept;
+bool looks_are_due() noexcept;
+void note_looks(bool paid) noexcept;
+
 // Looks until `changed` gives true, or for some microseconds, the time that a sleep and a wake-up would
 // take. Returns whether it did. Not a cancellation point.
 template <typename Changed>
@@ -32,12 +39,15 @@ bool watch(Changed changed) noexcept {
     if (!has_several_processors()) {
         return false;
     }
-    for (int turn = 0; turn < watch_looks; ++turn) {
+    const int looks = looks_pay() || looks_are_due() ? watch_looks : 0;
+    for (int turn = 0; turn < looks; ++turn) {
         if (changed()) {
+            note_looks(true);
             return true;
         }
         pause_between_looks();
     }
+    note_looks(false);
     for (int turn = 0; turn < yields && !changed(); ++turn) {
         if (!yield_for_a_moment()) {
             break;
