@@ -5,7 +5,7 @@
  * An SE lock is held either shared by any number of threads, or exclusively by one thread, which may take it again in
  * any mode (recursion) and must release it as often as it took it. A thread that has to wait queues and sleeps on its
  * own event; whoever lets it in first makes it the holder and then sets that event, so a lock never looks free while
- * it is on its way to a waiter. On machines with several processors it looks before: for about a microsecond whether
+ * it is on its way to a waiter. On machines with several processors it looks before: for a moment whether
  * the lock falls free, and only then queues; and for some microseconds whether it is let in, and only then sleeps.
  *
  * Attaching and holding with owners of C++ (examples/table.cpp):

@@ -73,7 +73,8 @@ bool looks_held(const orSELock& lock) VLRCOMN_NO_THREAD_SAFETY_ANALYSIS {
 using MayTake = bool(uintptr_t me, const orSELock& lock);
 
 // Decides, for a thread that would wait at last after a moment of looking. Most holds are short: what falls
-// free within that moment costs neither side a hand-over, several times as long as an uncontended pair.
+// free within that moment costs neither side a hand-over, several times as long as an uncontended pair. It does
+// not look where waiters' looks have been in vain.
 template <MayTake may_take>
 bool may_take_soon(uintptr_t me, orSELock& lock, int wait) VLRCOMN_REQUIRES(lock.spin) {
     const bool may_pay = can_wait(me, wait) && has_several_processors() && looks_pay();

@@ -13,7 +13,7 @@ namespace velora_com::qel::locks {
 namespace {
 
 // Who holds a word mostly gives it back within nanoseconds, and soon takes it again. Left alone for a moment, that
-// thread takes it many times before the word's line of memory changes sides, which costs more than all of that:
+// thread takes it several times before the word's line of memory changes sides, which costs more than all of that:
 // two threads with one lock are three times as fast. A word that stays held is looked at more often.
 int pauses_after(unsigned failed_tries) {
     constexpr unsigned first_tries = 16;

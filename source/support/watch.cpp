@@ -36,7 +36,7 @@ int64_t now() noexcept {
     return int64_t{time.tv_sec} * 1'000'000 + time.tv_usec;
 }
 
-// Waits since the last one that its looks ended. Threads may miss each other's: it is a guess.
+// How many waits have passed since looks last ended one. Threads may miss each other's: it is a guess.
 std::atomic<uint32_t> looks_in_vain{0};
 
 }  // namespace
